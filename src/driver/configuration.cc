@@ -1,0 +1,127 @@
+#include "driver/configuration.h"
+
+#include <cstdio>
+
+#include "driver/fw_file.h"
+#include "lang/parser.h"
+#include "lang/scanner.h"
+#include "model/registry.h"
+#include "policy/policy.h"
+#include "screen/ferrowall.h"
+
+Configuration* Config = nullptr;
+
+Configuration::Configuration(FWFile* file)
+    : registry_(new Registry),
+      policy_(new Policy(file)),
+      includes_(new TList<Entity>),
+      excludes_(new TList<Entity>),
+      forward_filters_(new TList<Filter>),
+      reverse_filters_(new TList<Filter>),
+      discriminators_(new TList<Discriminator>),
+      group_services_(new TList<Entity>),
+      engine_parameters_(new TList<int>),
+      discriminator_parameters_(new TList<int>),
+      address_words_(new TList<unsigned>),
+      days_(new TList<DayOfWeek>) {}
+
+Configuration::~Configuration() {
+  DeleteAdminRules();
+  delete registry_;
+  delete policy_;
+  delete includes_;
+  delete excludes_;
+  delete forward_filters_;
+  delete reverse_filters_;
+  delete discriminators_;
+  delete group_services_;
+  delete engine_parameters_;
+  delete discriminator_parameters_;
+  delete address_words_;
+  delete days_;
+}
+
+// Runs the parser over one file; 240 when it can't be opened, else 0.
+int Configuration::ParseFile(FWFile& file) {
+  FILE* input = file.readFILE();
+  if (input == nullptr) return 240;
+  yyin = input;
+  yyparse();
+  if (input != stdin) fclose(input);
+  return 0;
+}
+
+int Configuration::Parse() {
+  FWFile& main_file = *policy_->File();
+  if (ParseFile(main_file) != 0) return 240;
+  if (parse_errors_ != 0) return 241;
+  FWFile* load_file = policy_->LoadFile();
+  if (load_file == nullptr) {
+    registry_->File(&main_file);
+    return 0;
+  }
+  registry_->File(load_file);
+  return ParseLoadFile(*load_file);
+}
+
+int Configuration::ParseLoadFile(FWFile& load_file) {
+  if (ParseFile(load_file) != 0) return 240;
+  return parse_errors_ != 0 ? 241 : 0;
+}
+
+int Configuration::Compile(const char* screen, std::ostream& out) {
+  // The lookup is made by an entity without a screen, so it finds a screen
+  // object that isn't itself bound to another screen.
+  Entity wanted(screen, nullptr, nullptr, 0);
+  this_screen_ = static_cast<Ferrowall*>(wanted.FindSelf(registry_->Screens(), 0));
+  if (this_screen_ == nullptr) return 239;
+  int code = CompileStages(out);
+  if (code != 0) return code;
+  registry_->OptimizeRules();
+  registry_->OrderServicesByStateEngine();
+  registry_->UnMark();
+  if (registry_->UniqueTimes() > 31) return 236;
+  policy_->GenerateOutput(*registry_);
+  registry_->GenerateOutput(this_screen_, policy_, screen_admin_rules_, policy_admin_rules_);
+  return policy_->GenerateMoreOutput(this_screen_, *registry_, screen_admin_rules_,
+                                     policy_admin_rules_);
+}
+
+// The verification and distribution stages: each reports its problems and
+// the compile stops behind the first stage that found any.
+int Configuration::CompileStages(std::ostream& out) {
+  const int kCompilerError = 245;
+  if (this_screen_->FigureVirtualName(*registry_, out) != 0) return kCompilerError;
+  if (registry_->Verify(this_screen_, out) != 0) return kCompilerError;
+  if (policy_->Verify(this_screen_, out, *registry_) != 0) return kCompilerError;
+  if (this_screen_->Verify(*registry_, out) != 0) return kCompilerError;
+  if (this_screen_->HA_IP() != 0) {
+    Entity* ha_address = registry_->LastHAProtectedAddress();
+    if (ha_address != nullptr) policy_->SetHARules(*ha_address);
+  }
+  if (RulesToInterface(*this_screen_) != 0) return kCompilerError;
+  return 0;
+}
+
+void Configuration::DeleteAdminRules() {
+  for (TList<Entity>** rules : {&screen_admin_rules_, &policy_admin_rules_}) {
+    if (*rules == nullptr) continue;
+    (*rules)->Delete_Data();
+    delete *rules;
+    *rules = nullptr;
+  }
+}
+
+int Configuration::RulesToInterface(Ferrowall& screen) {
+  DeleteAdminRules();
+  screen_admin_rules_ = screen.GenerateAdminRules(*registry_);
+  if (screen_admin_rules_ == nullptr) return 1;
+  policy_admin_rules_ = policy_->GenerateAdminRules(screen, *registry_);
+  if (policy_admin_rules_ == nullptr) return 1;
+  registry_->AddAdminRules(*screen_admin_rules_);
+  registry_->AddAdminRules(*policy_admin_rules_);
+  if (registry_->AddHARules(screen) != 0) return 1;
+  registry_->AddRules(policy_->Rules());
+  if (policy_->EtherRules() != nullptr) registry_->AddEtherRules(*policy_->EtherRules());
+  return 0;
+}

@@ -1,0 +1,86 @@
+// Configuration is the root of all data of a run: it owns the Registry and
+// the Policy, runs the parser passes that fill them and lays down, in
+// Compile, the one order of the compile's stages.
+#ifndef FW_DRIVER_CONFIGURATION_H
+#define FW_DRIVER_CONFIGURATION_H
+
+#include <ostream>
+
+#include "model/entity.h"
+
+class DayOfWeek;
+class Discriminator;
+class Ferrowall;
+class Filter;
+class FWFile;
+class Policy;
+class Registry;
+
+class Configuration {
+ public:
+  // Takes over `file`, the main input.
+  explicit Configuration(FWFile* file);
+  Configuration(const Configuration&) = delete;
+  Configuration& operator=(const Configuration&) = delete;
+  ~Configuration();
+
+  // Parses the main input and then the file named by its LOAD statement.
+  // Returns 0 or the code of the failure (240 unreadable input, 241 errors
+  // in the text, 242 no read lock on the load file).
+  int Parse();
+  // Compiles for `screen`, reporting problems on `out`.  Returns 0 or the
+  // code of the failure.
+  int Compile(const char* screen, std::ostream& out);
+  // Distributes the rules, administrative ones first, to the interfaces;
+  // 1 when a stage inside fails.
+  int RulesToInterface(Ferrowall& screen);
+
+  Registry* TheRegistry() const { return registry_; }
+  Policy* ThePolicy() const { return policy_; }
+  Ferrowall* ThisScreen() const { return this_screen_; }
+  int ParseErrors() const { return parse_errors_; }
+  // Counts one error of the text; the parser and rejecting actions call it.
+  void ParseError() { ++parse_errors_; }
+
+  // Scratch lists of the grammar actions; each hands its contents over to
+  // the object that a statement builds.
+  TList<Entity>& Includes() { return *includes_; }
+  TList<Entity>& Excludes() { return *excludes_; }
+  TList<Filter>& ForwardFilters() { return *forward_filters_; }
+  TList<Filter>& ReverseFilters() { return *reverse_filters_; }
+  TList<Discriminator>& Discriminators() { return *discriminators_; }
+  TList<Entity>& GroupServices() { return *group_services_; }
+  TList<int>& EngineParameters() { return *engine_parameters_; }
+  TList<int>& DiscriminatorParameters() { return *discriminator_parameters_; }
+  TList<unsigned>& AddressWords() { return *address_words_; }
+  TList<DayOfWeek>& Days() { return *days_; }
+
+ private:
+  int ParseFile(FWFile& file);
+  int ParseLoadFile(FWFile& load_file);
+  int CompileStages(std::ostream& out);
+  void DeleteAdminRules();
+
+  Registry* registry_;
+  Policy* policy_;
+  Ferrowall* this_screen_ = nullptr;
+  int parse_errors_ = 0;
+  TList<Entity>* policy_admin_rules_ = nullptr;
+  TList<Entity>* screen_admin_rules_ = nullptr;
+  TList<Entity>* includes_;
+  TList<Entity>* excludes_;
+  TList<Filter>* forward_filters_;
+  TList<Filter>* reverse_filters_;
+  TList<Discriminator>* discriminators_;
+  TList<Entity>* group_services_;
+  TList<int>* engine_parameters_;
+  TList<int>* discriminator_parameters_;
+  TList<unsigned>* address_words_;
+  TList<DayOfWeek>* days_;
+};
+
+// The one configuration of the run; the grammar actions reach the object
+// store through it, so it is set before parsing starts.
+extern Configuration* Config;
+
+#endif
