@@ -1,0 +1,331 @@
+#include "lang/scanner.h"
+
+#include <arpa/inet.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+namespace {
+
+struct Scanned {
+  int kind;
+  std::string text;   // the string value, or yytext for other kinds
+  long long number;   // number, address or range start
+  unsigned end;
+  int style;
+};
+
+// Scans `source` to its end and returns every token before the end marker.
+std::vector<Scanned> Scan(const std::string& source) {
+  FILE* stream = fmemopen(const_cast<char*>(source.data()), source.size(), "r");
+  yyrestart(stream);
+  std::vector<Scanned> tokens;
+  for (int kind = yylex(); kind != 0; kind = yylex()) {
+    Scanned token{kind, yytext, 0, 0, 0};
+    if (kind == TOK_STRING || kind == TOK_ALIENLINE) {
+      token.text = yylval.string;
+      free(yylval.string);
+    } else if (kind == TOK_NUMBER) {
+      token.number = yylval.number;
+    } else if (kind == TOK_IPADDR) {
+      token.number = ntohl(yylval.address);
+    } else if (kind == TOK_IPRANGE) {
+      token = {kind, yytext, yylval.start, yylval.end, yylval.style};
+    }
+    tokens.push_back(token);
+  }
+  fclose(stream);
+  return tokens;
+}
+
+std::vector<int> Kinds(const std::string& source) {
+  std::vector<int> kinds;
+  for (const Scanned& token : Scan(source)) kinds.push_back(token.kind);
+  return kinds;
+}
+
+unsigned Ip(const char* text) { return ntohl(inet_addr(text)); }
+
+TEST(ScannerKeywordTest, KeywordsAreExactAndCaseSensitive) {
+  EXPECT_EQ(Kinds("ADDRESS SERVICE_GROUP PROXY_Telnet G P -"),
+            (std::vector<int>{TOK_ADDRESS, TOK_SERVICE_GROUP, TOK_PROXY_Telnet, TOK_G, TOK_P, TOK_DASH}));
+  EXPECT_EQ(Kinds("address PROXY_TELNET"), (std::vector<int>{TOK_STRING, TOK_STRING}));
+}
+
+TEST(ScannerKeywordTest, SpellingsThatShareAToken) {
+  EXPECT_EQ(Kinds("ALL all"), (std::vector<int>{TOK_ALL, TOK_ALL}));
+  EXPECT_EQ(Kinds("VPNGATEWAY VPNNODE"), (std::vector<int>{TOK_VPNGATEWAY, TOK_VPNGATEWAY}));
+}
+
+TEST(ScannerKeywordTest, KeywordFollowedByNameCharacterIsAName) {
+  std::vector<Scanned> tokens = Scan("ADDRESS1 RULE.x SCREEN>y");
+  ASSERT_EQ(tokens.size(), 3u);
+  EXPECT_EQ(tokens[0].kind, TOK_STRING);
+  EXPECT_EQ(tokens[0].text, "ADDRESS1");
+  EXPECT_EQ(tokens[1].text, "RULE.x");
+  EXPECT_EQ(tokens[2].text, "SCREEN>y");
+}
+
+TEST(ScannerKeywordTest, ReservedWordsWithoutStatementStillAreKeywords) {
+  EXPECT_EQ(Kinds("NETMASK IKE_CERTIFICATE"), (std::vector<int>{TOK_NETMASK, TOK_IKE_CERTIFICATE}));
+  EXPECT_EQ(Kinds("NONE"), (std::vector<int>{TOK_STRING}));
+}
+
+TEST(ScannerNameTest, NameCharacters) {
+  std::vector<Scanned> tokens = Scan("PRE-SHARED a->b _x -5a --a -- -0x10");
+  std::vector<std::string> texts;
+  for (const Scanned& token : tokens) {
+    EXPECT_EQ(token.kind, TOK_STRING) << token.text;
+    texts.push_back(token.text);
+  }
+  EXPECT_EQ(texts, (std::vector<std::string>{"PRE-SHARED", "a->b", "_x", "-5a", "--a", "--", "-0x10"}));
+}
+
+TEST(ScannerNumberTest, DecimalValuesFollowAtoi) {
+  std::vector<Scanned> tokens = Scan("010 +5 -5 --5 +-5 0");
+  std::vector<long long> values;
+  for (const Scanned& token : tokens) {
+    EXPECT_EQ(token.kind, TOK_NUMBER);
+    values.push_back(token.number);
+  }
+  EXPECT_EQ(values, (std::vector<long long>{10, 5, -5, 0, 0, 0}));
+}
+
+TEST(ScannerNumberTest, HexadecimalNeedsLowerCaseXAndADigit) {
+  std::vector<Scanned> tokens = Scan("0x1F 0xff 0xg 0X10");
+  ASSERT_EQ(tokens.size(), 6u);
+  EXPECT_EQ(tokens[0].number, 31);
+  EXPECT_EQ(tokens[1].number, 255);
+  EXPECT_EQ(tokens[2].kind, TOK_NUMBER);
+  EXPECT_EQ(tokens[2].number, 0);
+  EXPECT_EQ(tokens[3].kind, TOK_STRING);
+  EXPECT_EQ(tokens[3].text, "xg");
+  EXPECT_EQ(tokens[4].number, 0);
+  EXPECT_EQ(tokens[5].text, "X10");
+}
+
+TEST(ScannerNumberTest, NumberFollowedByDashIsTwoNumbers) {
+  std::vector<Scanned> tokens = Scan("1-2 1 - 2");
+  ASSERT_EQ(tokens.size(), 5u);
+  EXPECT_EQ(tokens[0].number, 1);
+  EXPECT_EQ(tokens[1].number, -2);
+  EXPECT_EQ(tokens[3].kind, TOK_DASH);
+}
+
+TEST(ScannerNumberTest, ValuesBeyondThirtyTwoBitsSaturate) {
+  std::vector<Scanned> tokens = Scan("99999999999 0xFFFFFFFFF -99999999999");
+  EXPECT_EQ(tokens[0].number, 2147483647);
+  EXPECT_EQ(tokens[1].number, 2147483647);
+  EXPECT_EQ(tokens[2].number, -2147483647LL - 1);
+}
+
+TEST(ScannerAddressTest, DottedAddressInNetworkOrder) {
+  std::vector<Scanned> tokens = Scan("10.1.2.3 1.2.3.256");
+  ASSERT_EQ(tokens.size(), 2u);
+  EXPECT_EQ(tokens[0].kind, TOK_IPADDR);
+  EXPECT_EQ(tokens[0].number, Ip("10.1.2.3"));
+  EXPECT_EQ(tokens[1].number, 0xFFFFFFFFu);
+}
+
+TEST(ScannerAddressTest, ThreePartsAreANumberAndCharacters) {
+  EXPECT_EQ(Kinds("1.2.3"), (std::vector<int>{TOK_NUMBER, '.', TOK_NUMBER, '.', TOK_NUMBER}));
+}
+
+TEST(ScannerRangeTest, DashRangeAllowsOneBlankOnEachSide) {
+  for (const char* text : {"10.0.0.1-10.0.0.9", "10.0.0.1 -10.0.0.9", "10.0.0.1 - 10.0.0.9",
+                           "10.0.0.1- 10.0.0.9"}) {
+    std::vector<Scanned> tokens = Scan(text);
+    ASSERT_EQ(tokens.size(), 1u) << text;
+    EXPECT_EQ(tokens[0].kind, TOK_IPRANGE);
+    EXPECT_EQ(tokens[0].number, Ip("10.0.0.1"));
+    EXPECT_EQ(tokens[0].end, Ip("10.0.0.9"));
+    EXPECT_EQ(tokens[0].style, 0);
+  }
+  EXPECT_EQ(Kinds("10.0.0.1  - 10.0.0.9"), (std::vector<int>{TOK_IPADDR, TOK_DASH, TOK_IPADDR}));
+  std::vector<Scanned> tabbed = Scan("10.0.0.1\t-10.0.0.9");
+  ASSERT_EQ(tabbed.size(), 2u);
+  EXPECT_EQ(tabbed[0].kind, TOK_IPADDR);
+  EXPECT_EQ(tabbed[1].text, "-10.0.0.9");
+}
+
+TEST(ScannerRangeTest, DashRangeKeepsTheWrittenOrder) {
+  std::vector<Scanned> tokens = Scan("10.0.0.9 - 10.0.0.1");
+  EXPECT_EQ(tokens[0].number, Ip("10.0.0.9"));
+  EXPECT_EQ(tokens[0].end, Ip("10.0.0.1"));
+}
+
+TEST(ScannerRangeTest, PrefixCutsTheLowBits) {
+  for (const char* text : {"10.0.0.0/8", "10.1.2.3/8"}) {
+    std::vector<Scanned> tokens = Scan(text);
+    ASSERT_EQ(tokens.size(), 1u);
+    EXPECT_EQ(tokens[0].number, Ip("10.0.0.0"));
+    EXPECT_EQ(tokens[0].end, Ip("10.255.255.255"));
+    EXPECT_EQ(tokens[0].style, 1);
+  }
+}
+
+TEST(ScannerRangeTest, PrefixZeroIsTheWholeSpaceAndThirtyTwoOneHost) {
+  std::vector<Scanned> tokens = Scan("10.1.2.3/0 10.1.2.3/32");
+  EXPECT_EQ(tokens[0].number, 0);
+  EXPECT_EQ(tokens[0].end, 0xFFFFFFFFu);
+  EXPECT_EQ(tokens[0].style, 1);
+  EXPECT_EQ(tokens[1].number, Ip("10.1.2.3"));
+  EXPECT_EQ(tokens[1].end, Ip("10.1.2.3"));
+}
+
+TEST(ScannerRangeTest, DottedAndHexadecimalMasks) {
+  std::vector<Scanned> tokens = Scan("192.168.1.77/255.255.255.0 192.168.1.77/0xFFFF0000");
+  ASSERT_EQ(tokens.size(), 2u);
+  EXPECT_EQ(tokens[0].number, Ip("192.168.1.0"));
+  EXPECT_EQ(tokens[0].end, Ip("192.168.1.255"));
+  EXPECT_EQ(tokens[0].style, 2);
+  EXPECT_EQ(tokens[1].number, Ip("192.168.0.0"));
+  EXPECT_EQ(tokens[1].end, Ip("192.168.255.255"));
+  EXPECT_EQ(tokens[1].style, 3);
+}
+
+TEST(ScannerRangeTest, SlashWithoutValidMaskFallsBack) {
+  std::vector<Scanned> tokens = Scan("1.2.3.4/abc");
+  ASSERT_EQ(tokens.size(), 3u);
+  EXPECT_EQ(tokens[0].kind, TOK_IPADDR);
+  EXPECT_EQ(tokens[1].kind, '/');
+  EXPECT_EQ(tokens[2].text, "abc");
+}
+
+TEST(ScannerCommentTest, CommentsVanish) {
+  EXPECT_EQ(Kinds("a # rest ; of line\nb // more\nc\n"), (std::vector<int>{TOK_STRING, TOK_STRING, TOK_STRING}));
+  EXPECT_EQ(Kinds("begin_code anything \" at all\nx\n"), (std::vector<int>{TOK_STRING}));
+  EXPECT_EQ(Kinds("begin_codex whatever\n"), (std::vector<int>{}));
+}
+
+TEST(ScannerCommentTest, CodeCommentOnlyAtLineStart) {
+  std::vector<Scanned> tokens = Scan("  begin_code x\n");
+  ASSERT_EQ(tokens.size(), 2u);
+  EXPECT_EQ(tokens[0].text, "begin_code");
+}
+
+TEST(ScannerCommentTest, CommentWithoutFinalNewlineIsScanned) {
+  EXPECT_EQ(Kinds("# a"), (std::vector<int>{'#', TOK_STRING}));
+  EXPECT_EQ(Kinds("// a"), (std::vector<int>{'/', '/', TOK_STRING}));
+  EXPECT_EQ(Kinds("begin_code"), (std::vector<int>{TOK_STRING}));
+}
+
+TEST(ScannerAlienLineTest, AtLineStartKeepsTheRest) {
+  std::vector<Scanned> tokens = Scan("@ keep \"this\" ; as is\n");
+  ASSERT_EQ(tokens.size(), 1u);
+  EXPECT_EQ(tokens[0].kind, TOK_ALIENLINE);
+  EXPECT_EQ(tokens[0].text, " keep \"this\" ; as is");
+}
+
+TEST(ScannerAlienLineTest, LineStartFollowsTheLastNewline) {
+  EXPECT_EQ(Kinds("x\n@y\n"), (std::vector<int>{TOK_STRING, TOK_ALIENLINE}));
+  EXPECT_EQ(Kinds("x\n  @y\n"), (std::vector<int>{TOK_STRING, '@', TOK_STRING}));
+  EXPECT_EQ(Kinds("@\n"), (std::vector<int>{'@'}));
+  EXPECT_EQ(Kinds("@y"), (std::vector<int>{'@', TOK_STRING}));
+}
+
+TEST(ScannerStringTest, EscapesAreKept) {
+  std::vector<Scanned> tokens = Scan(R"("a\"b" "c\\d" "e\f" "" "two
+lines")");
+  ASSERT_EQ(tokens.size(), 5u);
+  EXPECT_EQ(tokens[0].text, R"(a\"b)");
+  EXPECT_EQ(tokens[1].text, R"(c\\d)");
+  EXPECT_EQ(tokens[2].text, R"(e\\f)");
+  EXPECT_EQ(tokens[3].text, "");
+  EXPECT_EQ(tokens[4].text, "two\nlines");
+}
+
+TEST(ScannerStringTest, TextIsTheOpeningQuote) {
+  FILE* stream = fmemopen(const_cast<char*>("\"name\""), 6, "r");
+  yyrestart(stream);
+  EXPECT_EQ(yylex(), TOK_STRING);
+  EXPECT_STREQ(yytext, "\"");
+  free(yylval.string);
+  fclose(stream);
+}
+
+TEST(ScannerStringTest, KeywordInQuotesIsAString) {
+  std::vector<Scanned> tokens = Scan("\"ADDRESS\" \"G\"");
+  EXPECT_EQ(tokens[0].kind, TOK_STRING);
+  EXPECT_EQ(tokens[1].text, "G");
+}
+
+TEST(ScannerStringTest, LongStringsAreTruncatedWithOneWarning) {
+  std::string exact(255, 'a');
+  testing::internal::CaptureStderr();
+  std::vector<Scanned> tokens = Scan("\"" + exact + "\"");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(tokens[0].text, exact);
+
+  testing::internal::CaptureStderr();
+  tokens = Scan("\"" + std::string(300, 'b') + "\" next");
+  std::string kept(255, 'b');
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "Warning: String '" + kept + "' truncated to 255 characters.\n");
+  ASSERT_EQ(tokens.size(), 2u);
+  EXPECT_EQ(tokens[0].text, kept);
+  EXPECT_EQ(tokens[1].text, "next");
+}
+
+TEST(ScannerStringTest, DoublingBackslashAtTheLimitTakesTheEscapeBack) {
+  std::string source = "\"" + std::string(254, 'c') + "\\x\"";
+  testing::internal::CaptureStderr();
+  std::vector<Scanned> tokens = Scan(source);
+  std::string kept(254, 'c');
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "Warning: String '" + kept + "' truncated to 255 characters.\n");
+  EXPECT_EQ(tokens[0].text, kept);
+}
+
+TEST(ScannerStringTest, NulEndsTheString) {
+  std::string source("\"ab\0cd\"", 7);
+  std::vector<Scanned> tokens = Scan(source);
+  ASSERT_GE(tokens.size(), 1u);
+  EXPECT_EQ(tokens[0].text, "ab");
+}
+
+TEST(ScannerStringTest, UnclosedStringEndsAsTheQuoteCharacter) {
+  FILE* stream = fmemopen(const_cast<char*>("x \"never closed"), 15, "r");
+  yyrestart(stream);
+  EXPECT_EQ(yylex(), TOK_STRING);
+  free(yylval.string);
+  EXPECT_EQ(yylex(), '"');
+  EXPECT_STREQ(yytext, "\"");
+  fclose(stream);
+}
+
+TEST(ScannerCharacterTest, OtherBytesAreThemselves) {
+  EXPECT_EQ(Kinds("; ( ) * ! { \f"), (std::vector<int>{';', '(', ')', '*', '!', '{', '\f'}));
+}
+
+TEST(ScannerCharacterTest, NulIsTheEndOfInput) {
+  std::string source("a\0b", 3);
+  EXPECT_EQ(Kinds(source), (std::vector<int>{TOK_STRING}));
+}
+
+TEST(ScannerStreamTest, EndOfStreamRestartsOnTheNextStreamAtLineStart) {
+  FILE* first = fmemopen(const_cast<char*>("a"), 1, "r");
+  yyrestart(first);
+  EXPECT_EQ(yylex(), TOK_STRING);
+  free(yylval.string);
+  EXPECT_EQ(yylex(), 0);
+  EXPECT_STREQ(yytext, "");
+  fclose(first);
+  FILE* second = fmemopen(const_cast<char*>("@alien\n"), 7, "r");
+  yyin = second;
+  EXPECT_EQ(yylex(), TOK_ALIENLINE);
+  free(yylval.string);
+  EXPECT_EQ(yylex(), 0);
+  fclose(second);
+}
+
+TEST(ScannerStreamTest, TokensLongerThanAReadBlock) {
+  std::string name(40000, 'n');
+  std::vector<Scanned> tokens = Scan("x " + name + " y");
+  ASSERT_EQ(tokens.size(), 3u);
+  EXPECT_EQ(tokens[1].text, name);
+}
+
+}  // namespace

@@ -1,0 +1,145 @@
+#include "model/entity.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace {
+
+// A list that owns its entities for the length of a test.
+struct OwnedList {
+  TList<Entity> list;
+  ~OwnedList() { list.Delete_Data(); }
+  Entity& Add(const char* name, const char* screen) {
+    Entity* entity = new Entity(name, screen, nullptr, 0);
+    list.Append(*entity);
+    return *entity;
+  }
+};
+
+TEST(EntityTest, NullNameBecomesEntity) {
+  Entity entity(nullptr, nullptr, nullptr, 0);
+  EXPECT_STREQ(entity.Name(), "ENTITY");
+  EXPECT_EQ(entity.Screen(), nullptr);
+}
+
+TEST(EntityTest, NameSetterIgnoresNullAndItsOwnString) {
+  Entity entity("a", nullptr, nullptr, 0);
+  entity.Name(nullptr);
+  entity.Name(entity.Name());
+  EXPECT_STREQ(entity.Name(), "a");
+  entity.Name("b");
+  EXPECT_STREQ(entity.Name(), "b");
+}
+
+TEST(EntityLookupTest, ExactModeTestsTheScreenAnyModeDoesNot) {
+  OwnedList owned;
+  Entity& bound = owned.Add("web", "s1");
+  Entity& general = owned.Add("web", nullptr);
+  Entity searcher("web", nullptr, nullptr, 0);
+  EXPECT_EQ(searcher.FindSelf(owned.list, 0), &general);
+  EXPECT_EQ(searcher.FindSelf(owned.list, 1), &bound);
+}
+
+TEST(EntityLookupTest, ExactModeScreenTable) {
+  OwnedList owned;
+  Entity& star = owned.Add("a", "*");
+  Entity& s1 = owned.Add("b", "s1");
+  Entity& none = owned.Add("b", nullptr);
+  EXPECT_EQ(Entity("a", nullptr, nullptr, 0).FindSelf(owned.list, 0), &star);
+  EXPECT_EQ(Entity("a", "*", nullptr, 0).FindSelf(owned.list, 0), nullptr);
+  EXPECT_EQ(Entity("b", "*", nullptr, 0).FindSelf(owned.list, 0), &none);
+  EXPECT_EQ(Entity("b", "s1", nullptr, 0).FindSelf(owned.list, 0), &s1);
+  EXPECT_EQ(Entity("b", "s2", nullptr, 0).FindSelf(owned.list, 0), nullptr);
+  EXPECT_EQ(Entity("B", nullptr, nullptr, 0).FindSelf(owned.list, 1), nullptr);
+}
+
+TEST(EntityLookupTest, FindSelfAllCollectsEveryMatchInOrder) {
+  OwnedList owned;
+  Entity& s1 = owned.Add("x", "s1");
+  Entity& none = owned.Add("x", nullptr);
+  Entity& s2 = owned.Add("x", "s2");
+  owned.Add("y", "s1");
+
+  TList<Entity>* all = Entity("x", "*", nullptr, 0).FindSelfAll(owned.list);
+  ASSERT_NE(all, nullptr);
+  ASSERT_EQ(all->Length(), 3);
+  EXPECT_EQ(all->Head()->Data(), &s1);
+  EXPECT_EQ(all->Head()->Next()->Data(), &none);
+  EXPECT_EQ(all->Tail()->Data(), &s2);
+  delete all;
+
+  TList<Entity>* general = Entity("x", nullptr, nullptr, 0).FindSelfAll(owned.list);
+  ASSERT_NE(general, nullptr);
+  EXPECT_EQ(general->Length(), 1);
+  EXPECT_EQ(general->Head()->Data(), &none);
+  delete general;
+
+  EXPECT_EQ(Entity("x", "s3", nullptr, 0).FindSelfAll(owned.list), nullptr);
+}
+
+TEST(EntityLookupTest, DeleteSelfRemovesTheExactMatchOnly) {
+  OwnedList owned;
+  owned.Add("x", "s1");
+  Entity& general = owned.Add("x", nullptr);
+  Entity("x", "s1", nullptr, 0).DeleteSelf(owned.list);
+  ASSERT_EQ(owned.list.Length(), 1);
+  EXPECT_EQ(owned.list.Head()->Data(), &general);
+}
+
+TEST(EntityResolveTest, ResolveNamesReportsEachMissAndGoesOn) {
+  OwnedList known;
+  Entity& a = known.Add("a", "s1");
+  OwnedList names;
+  names.Add("missing", nullptr);
+  names.Add("a", nullptr);
+  TList<Entity> resolved;
+  std::ostringstream out;
+  Entity rule("rule 1", nullptr, nullptr, 0);
+  EXPECT_EQ(rule.Resolve_Names(names.list, resolved, known.list, "address", out), 1);
+  EXPECT_EQ(out.str(), "Error: \"rule 1\" refers to undefined address: \"missing\".\n");
+  ASSERT_EQ(resolved.Length(), 1);
+  EXPECT_EQ(resolved.Head()->Data(), &a);
+}
+
+TEST(EntityMatchTest, SubstringAndExactSearches) {
+  Entity entity("webserver", "s1", "front door", 0);
+  EXPECT_TRUE(entity.Match(nullptr, nullptr, nullptr, 0));
+  EXPECT_TRUE(entity.Match("*", "door", nullptr, 0));
+  EXPECT_TRUE(entity.Match("s1", "web", nullptr, 0));
+  EXPECT_FALSE(entity.Match("s2", "web", nullptr, 0));
+  EXPECT_FALSE(entity.Match(nullptr, nullptr, nullptr, 1));
+  EXPECT_TRUE(entity.Match("*", "webserver", nullptr, 1));
+  EXPECT_FALSE(entity.Match(nullptr, "web", nullptr, 1));
+  EXPECT_FALSE(Entity("webserver", nullptr, nullptr, 0).Match("s1", "webserver", nullptr, 1));
+}
+
+TEST(EntityTest, ScreenRenameFollowsOnlyScreenReferences) {
+  Entity entity("a", "old", nullptr, 0);
+  entity.RenameReference(CO_ADDRESS, "old", "new");
+  EXPECT_STREQ(entity.Screen(), "old");
+  entity.RenameReference(CO_SCREEN, "old", "new");
+  EXPECT_STREQ(entity.Screen(), "new");
+}
+
+TEST(EntityTest, MarkListSetsTheUsedMark) {
+  OwnedList owned;
+  Entity& a = owned.Add("a", nullptr);
+  Entity holder("h", nullptr, nullptr, 0);
+  holder.Mark_List(owned.list);
+  EXPECT_EQ(a.Used(), 1);
+  EXPECT_EQ(holder.Member("a", 0, 0), 223);
+}
+
+TEST(EntityTest, PrintAndEnumerateForms) {
+  Entity entity("n", "s", "c", 0);
+  std::ostringstream printed, full, name_only;
+  printed << entity;
+  entity.Enumerate(full, ENUM_FULL);
+  entity.Enumerate(name_only, ENUM_NAME);
+  EXPECT_EQ(printed.str(), "\"n\";\n");
+  EXPECT_EQ(full.str(), "SCREEN \"s\" \"n\"  COMMENT \"c\"");
+  EXPECT_EQ(name_only.str(), "\"n\" ");
+}
+
+}  // namespace
