@@ -16,6 +16,7 @@
 #include "driver/print_error.h"
 #include "support/fwi18n.h"
 #include "support/fwlog.h"
+#include "support/host.h"
 #include "support/settings.h"
 #include "support/vars.h"
 
@@ -93,6 +94,15 @@ std::string DefaultScreen() {
   exit(kNoScreenStatus);
 }
 
+// The host questions are answered from a description file when one is
+// named; a bad one must stop the run before anything is compiled for it.
+void SelectHost() {
+  std::string error;
+  if (Host::Select(&error)) return;
+  std::cerr << "fw_compiler: " << fwi18n_text(kDriverSet, 7, "host description ") << error << std::endl;
+  exit(1);
+}
+
 void EnterOutputDirectory(const char* directory) {
   if (chdir(directory) == 0) return;
   int status = errno;
@@ -112,6 +122,7 @@ int main(int argc, char** argv) {
   signal(SIGSEGV, hangup);
   Options options = ReadOptions(argc, argv);
   user_setroot(nullptr, 1, nullptr);
+  SelectHost();
   std::string screen;
   if (options.screen != nullptr) {
     screen = options.screen;

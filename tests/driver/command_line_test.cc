@@ -100,3 +100,15 @@ TEST_F(CommandLineTest, NoScreenAnywhere) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST_F(CommandLineTest, BadHostDescriptionStopsBeforeTheInput) {
+  EXPECT_EQ(run.Run("-s gate -f missing.conf", "/dev/null", "FERROWALL_HOST=" + run.Path("none.host")), 1);
+  EXPECT_EQ(run.Err(), "fw_compiler: host description " + run.Path("none.host") + ": No such file or directory\n");
+  run.Write("bad.host", "interface e0\nbogus\n");
+  EXPECT_EQ(run.Run("-s gate -f missing.conf", "/dev/null", "FERROWALL_HOST=" + run.Path("bad.host")), 1);
+  EXPECT_EQ(run.Err(), "fw_compiler: host description " + run.Path("bad.host") + ":2: unknown statement \"bogus\"\n");
+}
+
+}  // namespace
