@@ -6,4 +6,8 @@
 // Sets the log up for system `sys`, program `prg` and application `appname`.
 int a_syslogset(const char* sys, const char* prg, const char* appname);
 
+// Logs one printf-style message; the low three bits of `priority` are its
+// severity.
+void a_syslog(unsigned priority, const char* format, ...) __attribute__((format(printf, 2, 3)));
+
 #endif

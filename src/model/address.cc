@@ -1,0 +1,312 @@
+#include "model/address.h"
+
+#include <algorithm>
+#include <cstring>
+#include <iostream>
+#include <iterator>
+#include <string>
+#include <utility>
+#include <vector>
+
+int Address::unique_id_counter_ = 0;
+
+namespace {
+
+bool is_word(const char* text, const char* word) { return strcmp(text, word) == 0; }
+
+// The name of a derived set: both names joined by the operator's sign.
+std::string joined_name(const Address& left, const char* sign, const Address& right) {
+  return std::string(left.Name()) + sign + right.Name();
+}
+
+// An inline address is named by the text it was written as.
+std::string inline_name(const simplerange* range) {
+  return range != nullptr ? Range(range).toString() : std::string();
+}
+
+}  // namespace
+
+Address::Address(const char* name, const simplerange* range, const char* screen,
+                 const char* description)
+    : Address(name, screen, description, ADDRESS_SINGLE) {
+  if (range != nullptr) AppendRange(new Range(range));
+}
+
+Address::Address(const char* name, uint32_t host, const char* screen, const char* description)
+    : Address(name, host, host, screen, description, RS_ADDRESSES) {}
+
+Address::Address(const char* name, uint32_t start, uint32_t end, const char* screen,
+                 const char* description, Range_Style style)
+    : Address(name, screen, description, ADDRESS_SINGLE) {
+  AppendRange(new Range(start, end, RT_ADDRESS, style));
+}
+
+Address::Address(const char* name, const char* screen, const char* description, int type)
+    : Entity(name, screen, description, 0),
+      ranges_(new TList<Range>),
+      type_(type),
+      inline_(0),
+      unique_id_(-1),
+      next_order_(0) {}
+
+Address::Address(const Address& other)
+    : Address(other.Name(), other.Screen(), other.Description(), other.type_) {
+  Used(other.Used());
+  Include(other);
+}
+
+Address::Address(const simplerange* range)
+    : Address(inline_name(range).c_str(), range, nullptr, nullptr) {
+  inline_ = 1;
+}
+
+Address::~Address() {
+  ranges_->Delete_Data();
+  delete ranges_;
+}
+
+void Address::AppendRange(Range* range) {
+  ranges_->Append(*range);
+  index_[range->Start()] = Slot{ranges_->Tail(), next_order_++};
+}
+
+Address::Index::iterator Address::RemoveRange(Index::iterator slot) {
+  ranges_->Delete_Data_Cell(slot->second.cell);
+  return index_.erase(slot);
+}
+
+void Address::ClearRanges() {
+  ranges_->Delete_Data();
+  index_.clear();
+}
+
+// Ranges are disjoint, so only the last range starting at or below `value`
+// can reach it from below.
+Address::Index::const_iterator Address::FirstReaching(uint32_t value) const {
+  auto slot = index_.upper_bound(value);
+  return slot == index_.begin() ? slot : std::prev(slot);
+}
+
+Address::Index::iterator Address::FirstReaching(uint32_t value) {
+  auto slot = index_.upper_bound(value);
+  return slot == index_.begin() ? slot : std::prev(slot);
+}
+
+// A range that touches the new one can't touch another range of the set,
+// so growing the new range never brings in a range beyond those that touch
+// the argument: one ordered pass finds them all.
+void Address::Include(const Range& range) {
+  Range* merged = new Range(range.Start(), range.End(), RT_ADDRESS, RS_ADDRESSES);
+  auto slot = FirstReaching(merged->Start());
+  while (slot != index_.end()) {
+    const Range& candidate = *slot->second.cell->Data();
+    if (candidate.Intersects(*merged) || candidate.Adjacent(*merged)) {
+      merged->Consume(candidate);
+      slot = RemoveRange(slot);
+    } else if (candidate.Start() > merged->End()) {
+      break;
+    } else {
+      ++slot;
+    }
+  }
+  AppendRange(merged);
+}
+
+void Address::Include(const TList<Range>& ranges) {
+  if (&ranges == ranges_) return;
+  for (TList_Cell<Range>* cell = ranges.Head(); cell != nullptr; cell = cell->Next())
+    Include(*cell->Data());
+}
+
+void Address::Include(const Address& other) { Include(*other.ranges_); }
+
+// Each range of the set meets the cut on its own: it goes, it is split (the
+// upper piece joins the end of the list), or it loses the end that the cut
+// covers.
+void Address::Exclude(const Range& cut) {
+  auto slot = FirstReaching(cut.Start());
+  while (slot != index_.end() && slot->first <= cut.End()) {
+    Range& range = *slot->second.cell->Data();
+    if (cut.SupersetOf(range)) {
+      slot = RemoveRange(slot);
+      continue;
+    }
+    auto next = std::next(slot);
+    if (cut.ProperSubsetOf(range)) {
+      AppendRange(range.Split(cut));
+    } else if (cut.Intersects(range)) {
+      ExcludeFrom(slot, cut);
+    }
+    slot = next;
+  }
+}
+
+void Address::ExcludeFrom(Index::iterator slot, const Range& cut) {
+  Range& range = *slot->second.cell->Data();
+  uint32_t old_start = range.Start();
+  range.Exclude(cut);
+  if (range.Start() == old_start) return;
+  Slot moved = slot->second;
+  index_.erase(slot);
+  index_[range.Start()] = moved;
+}
+
+void Address::Exclude(const TList<Range>& ranges) {
+  if (&ranges == ranges_) {
+    ClearRanges();
+    return;
+  }
+  for (TList_Cell<Range>* cell = ranges.Head(); cell != nullptr; cell = cell->Next())
+    Exclude(*cell->Data());
+}
+
+void Address::Exclude(const Address& other) {
+  if (ranges_->Empty()) return;
+  Exclude(*other.ranges_);
+}
+
+bool Address::Intersects(const Range& range) const {
+  auto slot = index_.upper_bound(range.End());
+  if (slot == index_.begin()) return false;
+  return std::prev(slot)->second.cell->Data()->Intersects(range);
+}
+
+bool Address::Intersects(const Address& other) const {
+  if (&other == this) return true;
+  const Address& small = index_.size() <= other.index_.size() ? *this : other;
+  const Address& large = &small == this ? other : *this;
+  for (TList_Cell<Range>* cell = small.ranges_->Head(); cell != nullptr; cell = cell->Next())
+    if (large.Intersects(*cell->Data())) return true;
+  return false;
+}
+
+TList<Range>* Address::Intersection(const Range& range) const {
+  std::vector<std::pair<uint64_t, Range*>> pieces;
+  for (auto slot = FirstReaching(range.Start()); slot != index_.end() && slot->first <= range.End();
+       ++slot) {
+    const Range& own = *slot->second.cell->Data();
+    if (!own.Intersects(range)) continue;
+    pieces.emplace_back(slot->second.order,
+                        new Range(std::max(own.Start(), range.Start()), std::min(own.End(), range.End()),
+                                  own.Type(), own.Style()));
+  }
+  if (pieces.empty()) return nullptr;
+  std::sort(pieces.begin(), pieces.end());
+  TList<Range>* list = new TList<Range>;
+  for (auto& piece : pieces) list->Append(*piece.second);
+  return list;
+}
+
+bool Address::Contains(const Range& range) const {
+  auto slot = index_.upper_bound(range.Start());
+  if (slot == index_.begin()) return false;
+  return std::prev(slot)->second.cell->Data()->SupersetOf(range);
+}
+
+bool Address::SubsetOf(const Address& other) const {
+  if (&other == this) return true;
+  for (TList_Cell<Range>* cell = ranges_->Head(); cell != nullptr; cell = cell->Next())
+    if (!other.Contains(*cell->Data())) return false;
+  return true;
+}
+
+// Disjoint ranges that never touch are the one way of writing a set, so two
+// sets are equal exactly when their ranges are, in ascending order.
+bool Address::Equal(const Address& other) const {
+  if (&other == this) return true;
+  if (index_.size() != other.index_.size()) return false;
+  return std::equal(index_.begin(), index_.end(), other.index_.begin(),
+                    [](const Index::value_type& mine, const Index::value_type& theirs) {
+                      return mine.second.cell->Data()->Equal(*theirs.second.cell->Data());
+                    });
+}
+
+Address* Address::Intersection(Address& other) {
+  if (&other == this || SubsetOf(other)) return this;
+  if (other.SubsetOf(*this)) return &other;
+  Address* common = new Address(joined_name(*this, " ^ ", other).c_str(), nullptr, nullptr,
+                                ADDRESS_SINGLE);
+  if (!Intersects(other)) return common;
+  for (TList_Cell<Range>* cell = ranges_->Head(); cell != nullptr; cell = cell->Next()) {
+    TList<Range>* pieces = other.Intersection(*cell->Data());
+    if (pieces == nullptr) continue;
+    common->Include(*pieces);
+    pieces->Delete_Data();
+    delete pieces;
+  }
+  return common;
+}
+
+Address* Address::Exclusion(const Address& other) {
+  if (!Intersects(other)) return this;
+  if (Equal(other)) return nullptr;
+  Address* rest = new Address(joined_name(*this, " - ", other).c_str(), nullptr, nullptr,
+                              ADDRESS_SINGLE);
+  rest->Include(*this);
+  rest->Exclude(other);
+  return rest;
+}
+
+Address* Address::Merge(Address& other) {
+  if (&other == this || other.SubsetOf(*this)) return this;
+  if (SubsetOf(other)) return &other;
+  Address* both = new Address(joined_name(*this, " + ", other).c_str(), nullptr, nullptr,
+                              ADDRESS_SINGLE);
+  both->Include(*this);
+  both->Include(other);
+  return both;
+}
+
+TList<Range>* Address::CreateOrderedRangeList() const {
+  TList<Range>* ordered = new TList<Range>;
+  for (const auto& slot : index_) ordered->Append(*slot.second.cell->Data());
+  return ordered;
+}
+
+unsigned long long Address::SizeOf() const {
+  unsigned long long size = 0;
+  for (TList_Cell<Range>* cell = ranges_->Head(); cell != nullptr; cell = cell->Next())
+    size += static_cast<unsigned long long>(cell->Data()->End() - cell->Data()->Start()) + 1;
+  return size;
+}
+
+int Address::UniqueID() {
+  if (unique_id_ == -1) unique_id_ = unique_id_counter_++;
+  return unique_id_;
+}
+
+void Address::ResetUniqueId() { unique_id_counter_ = 0; }
+
+std::ostream& Address::DumpRanges(std::ostream& out, const char* prefix, int count) const {
+  if (count) out << index_.size() << '\n';
+  for (const auto& slot : index_) {
+    if (prefix != nullptr && *prefix != '\0') out << prefix;
+    slot.second.cell->Data()->DumpRange(out);
+    out << (prefix != nullptr ? '\n' : ' ');
+  }
+  return out;
+}
+
+void Address::PrintReference() const {
+  if (Screen() != nullptr) std::cout << "SCREEN \"" << Screen() << "\" ";
+  std::cout << "ADDRESS \"" << Name() << '"' << std::endl;
+}
+
+int Address::Refer(Config_Objects kind, const char* name, int print) const {
+  if (kind != CO_SCREEN || name == nullptr || Screen() == nullptr || strcmp(Screen(), name) != 0)
+    return 0;
+  if (print) PrintReference();
+  return 1;
+}
+
+int Address::Match(const char* screen, const char* name, const char* type, int exact) const {
+  if (exact && name == nullptr) return 0;
+  if (screen == nullptr && name == nullptr && type == nullptr) return 1;
+  if (type != nullptr) {
+    int wanted = 0;
+    if (is_word(type, "SINGLE") || is_word(type, "HOST") || is_word(type, "RANGE")) wanted = ADDRESS_SINGLE;
+    else if (is_word(type, "GROUP")) wanted = ADDRESS_GROUP;
+    if (wanted != type_) return 0;
+  }
+  return Entity::Match(screen, name, type, exact);
+}

@@ -1,0 +1,307 @@
+#include "support/attrib.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "log_capture.h"
+
+namespace {
+
+// Lists are equal when their elements agree in type, name, value and
+// children, in order.
+bool same_list(const attrib* a, const attrib* b) {
+  for (; a != nullptr && b != nullptr; a = a->next, b = b->next) {
+    if (a->type != b->type || a->name != b->name || a->value != b->value) return false;
+    if (!same_list(a->children, b->children)) return false;
+  }
+  return a == b;
+}
+
+TEST(AttribParseTest, EmptyTextLeavesFirstElementEmpty) {
+  Xstring remainder("junk");
+  attrib list("", remainder);
+  EXPECT_EQ(remainder, "");
+  EXPECT_EQ(list.type, attr_unknown);
+  EXPECT_TRUE(list.name.isnull());
+  EXPECT_EQ(list.next, nullptr);
+}
+
+TEST(AttribParseTest, PlainAsciiUtf8BecomesAsciiAndKeepsQuotes) {
+  Xstring remainder;
+  attrib list("a:utf8=\"hello\"; b:utf8=\"gr\xc3\xbc\xc3\x9f\";", remainder);
+  EXPECT_EQ(remainder, "");
+  EXPECT_EQ(list.type, attr_ascii);
+  EXPECT_EQ(list.value, "\"hello\"");
+  ASSERT_NE(list.next, nullptr);
+  EXPECT_EQ(list.next->type, attr_utf8);
+}
+
+TEST(AttribParseTest, TypePrefixHitsTheLastEntryThatFits) {
+  Xstring remainder;
+  attrib list("a:s=1; b:un=2; c:unk=3; d:b=4; e:a=5; f:ASCII=6; g : sig = -7 ;", remainder);
+  ASSERT_EQ(remainder, "");
+  const attrib_type expected[] = {attr_skipname, attr_unsigned32, attr_unknown, attr_bytes,
+                                  attr_ascii,    attr_ascii,      attr_signed32};
+  const attrib* a = &list;
+  for (attrib_type type : expected) {
+    ASSERT_NE(a, nullptr);
+    EXPECT_EQ(a->type, type) << a->name.c_str();
+    a = a->next;
+  }
+  EXPECT_EQ(list.find("g")->value, "-7");
+  EXPECT_EQ(list.find("f")->printable(), "f:ascii=6; g:signed32=-7; ");
+}
+
+TEST(AttribParseTest, StructHasOneChildAndPrintsBack) {
+  Xstring remainder;
+  attrib list("a:struct={ b:ascii=1; };", remainder);
+  EXPECT_EQ(remainder, "");
+  EXPECT_EQ(list.type, attr_struct);
+  EXPECT_EQ(list.value, "");
+  ASSERT_NE(list.children, nullptr);
+  EXPECT_EQ(list.children->name, "b");
+  EXPECT_EQ(list.children->next, nullptr);
+  EXPECT_EQ(list.printable(), "a:struct={ b:ascii=1; }; ");
+}
+
+TEST(AttribParseTest, SemicolonEndsScalarEvenInQuotes) {
+  Xstring remainder;
+  attrib list("a:ascii=\"x;", remainder);
+  EXPECT_EQ(remainder, "");
+  EXPECT_EQ(list.value, "\"x");
+}
+
+TEST(AttribParseTest, BracesAndEscapedQuotesInsideQuotesDontEndStruct) {
+  Xstring remainder;
+  attrib list("s:struct={ b:ascii=\"}\"; c:ascii=\"\\\"{\"; }; t:ascii=2;", remainder);
+  ASSERT_EQ(remainder, "");
+  ASSERT_NE(list.children, nullptr);
+  EXPECT_EQ(list.children->value, "\"}\"");
+  ASSERT_NE(list.children->next, nullptr);
+  EXPECT_EQ(list.children->next->value, "\"\\\"{\"");
+  ASSERT_NE(list.next, nullptr);
+  EXPECT_EQ(list.next->name, "t");
+}
+
+TEST(AttribParseTest, WholeTextInQuotesOrBraces) {
+  Xstring remainder;
+  attrib quoted(" \" a:ascii=1; \" ", remainder);
+  EXPECT_EQ(remainder, "");
+  EXPECT_EQ(quoted.name, "a");
+  attrib braced("{ a:ascii=1; b:ascii=2; } ;", remainder);
+  EXPECT_EQ(remainder, "");
+  ASSERT_NE(braced.next, nullptr);
+  EXPECT_EQ(braced.next->value, "2");
+}
+
+TEST(AttribParseTest, PrintableParsesBackToAnEqualList) {
+  Xstring remainder;
+  attrib list(
+      "sys:utf8=\"fw1\"; empty:struct={}; n:unsigned32=7; v:bytes=;"
+      " s:struct={ x:ascii=\"a b\"; y:struct={ z:ipV4=10.0.0.1; }; }; u:utf8=\"\xc3\xa9\";",
+      remainder);
+  ASSERT_EQ(remainder, "");
+  Xstring text = list.printable();
+  attrib again(text, remainder);
+  EXPECT_EQ(remainder, "");
+  EXPECT_TRUE(same_list(&list, &again)) << text.c_str() << "\n" << again.printable().c_str();
+}
+
+struct ParseFailure {
+  const char* text;
+  const char* message;
+  const char* remainder;
+};
+
+class AttribParseFailureTest : public testing::TestWithParam<ParseFailure> {};
+
+TEST_P(AttribParseFailureTest, LogsTheReasonAndGivesTheFailedItemOn) {
+  const ParseFailure& failure = GetParam();
+  LogCapture log;
+  attrib* list = nullptr;
+  Xstring remainder;
+  EXPECT_EQ(attrib_parse(&list, failure.text, remainder), -1);
+  EXPECT_EQ(remainder, failure.remainder);
+  std::string text = log.text();
+  EXPECT_NE(text.find(failure.message), std::string::npos) << text;
+  if (list != nullptr) list->reap();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Messages, AttribParseFailureTest,
+    testing::Values(
+        ParseFailure{"x:ascii=1", "attrib_parse: missing semicolon", "x:ascii=1"},
+        ParseFailure{"\"a:ascii=1;", "attrib_parse: missing end double quote", "\"a:ascii=1;"},
+        ParseFailure{"\"", "attrib_parse: missing end double quote", "\""},
+        ParseFailure{"{ a:ascii=1;", "attrib_parse: missing end brace", "{ a:ascii=1;"},
+        ParseFailure{"a:ascii=1; 9b:ascii=2;", "attrib_parse: bad name 1st char '9'", "9b:ascii=2;"},
+        ParseFailure{"a ascii=1;", "attrib_parse: missing colon", "a ascii=1;"},
+        ParseFailure{"a:9x=1;", "attrib_parse: bad type 1st char '9'", "a:9x=1;"},
+        ParseFailure{"a:ascii 1;", "attrib_parse: missing equals", "a:ascii 1;"},
+        ParseFailure{"a:zz=1;", "attrib_parse: unknown type", "a:zz=1;"},
+        ParseFailure{"a:asciiz=1;", "attrib_parse: unknown type", "a:asciiz=1;"},
+        ParseFailure{"a:struct={ b:ascii=1;", "attrib_parse: missing semicolon", "a:struct={ b:ascii=1;"},
+        ParseFailure{"a:struct={ b:ascii 1; };", "attrib_parse: missing equals", "b:ascii 1;"}));
+
+TEST(AttribParseTest, ElementsBeforeAFailureStayLinked) {
+  LogCapture log;
+  Xstring remainder;
+  attrib list("a:ascii=1; b:ascii=2; c", remainder);
+  EXPECT_EQ(remainder, "c");
+  EXPECT_EQ(list.name, "a");
+  ASSERT_NE(list.next, nullptr);
+  EXPECT_EQ(list.next->name, "b");
+  EXPECT_EQ(list.next->next, nullptr);
+}
+
+TEST(AttribParseTest, ConstructorWithoutRemainderLogsTheLeftover) {
+  LogCapture log;
+  attrib list("a:ascii=1; oops");
+  std::string text = log.text();
+  EXPECT_NE(text.find("attrib: unparsable input 'oops'"), std::string::npos) << text;
+}
+
+TEST(AttribTest, ConstructorsStoreNumbersAsText) {
+  attrib s("n", -5L);
+  EXPECT_EQ(s.type, attr_signed32);
+  EXPECT_EQ(s.value, "-5");
+  attrib u("n", 4000000000UL);
+  EXPECT_EQ(u.type, attr_unsigned32);
+  EXPECT_EQ(u.value, "4000000000");
+  attrib t(attr_utime, "t", 12UL);
+  EXPECT_EQ(t.printable(), "t:utime=12; ");
+  attrib st(attr_struct, "s", new attrib(attr_ascii, "c", Xstring("1")));
+  EXPECT_EQ(st.printable(), "s:struct={ c:ascii=1; }; ");
+}
+
+TEST(AttribTest, CopyIsDeepButStopsAtNext) {
+  Xstring remainder;
+  attrib list("s:struct={ c:ascii=1; }; t:ascii=2;", remainder);
+  attrib copy(list);
+  EXPECT_EQ(copy.next, nullptr);
+  copy.children->value = "9";
+  EXPECT_EQ(list.children->value, "1");
+  attrib* all = list.clone();
+  EXPECT_TRUE(same_list(all, &list));
+  EXPECT_NE(all->children, list.children);
+  all->reap();
+}
+
+TEST(AttribTest, AppendAndFind) {
+  attrib list(attr_ascii, "a", Xstring("1"));
+  list.append(new attrib(attr_ascii, "b", Xstring("2")));
+  list.append(new attrib(attr_ascii, "b", Xstring("3")));
+  EXPECT_EQ(list.find("b")->value, "2");
+  EXPECT_EQ(list.find("B"), nullptr);
+  EXPECT_EQ(list.find("a"), &list);
+}
+
+TEST(AttribTest, UnknownTypeValuesPrintAsNumbers) {
+  EXPECT_STREQ(attrib_type_printable(attr_utf8), "utf8");
+  EXPECT_STREQ(attrib_type_printable(12), "type#12");
+}
+
+class AttribMatchTest : public testing::Test {
+ protected:
+  bool matches(const char* pattern_text) {
+    Xstring remainder;
+    attrib pattern(pattern_text, remainder);
+    EXPECT_EQ(remainder, "") << pattern_text;
+    return list_.match(&pattern);
+  }
+  Xstring remainder_;
+  attrib list_{"name:utf8=\"x\"; v:ascii=1; v:ascii=2; n:unsigned32=3; s:struct={ c:ascii=4; d:ascii=5; };",
+               remainder_};
+};
+
+TEST_F(AttribMatchTest, EveryPatternElementNeedsAPartner) {
+  EXPECT_TRUE(list_.match(nullptr));
+  EXPECT_TRUE(matches("name:utf8=\"x\";"));
+  EXPECT_TRUE(matches("name:ascii=\"x\"; n:unsigned32=3;"));
+  EXPECT_FALSE(matches("name:ascii=\"x\"; missing:ascii=1;"));
+  EXPECT_FALSE(matches("name:ascii=\"y\";"));
+}
+
+TEST_F(AttribMatchTest, UnknownTypeMatchesByNameAlone) {
+  EXPECT_TRUE(matches("n:unknown=; s:unknown=zz;"));
+}
+
+TEST_F(AttribMatchTest, LaterElementOfTheSameNameMayFit) { EXPECT_TRUE(matches("v:ascii=2;")); }
+
+TEST_F(AttribMatchTest, TextAgainstNonTextEndsTheWholeMatch) {
+  EXPECT_FALSE(matches("n:ascii=3;"));
+  EXPECT_FALSE(matches("v:signed32=2;"));
+}
+
+TEST_F(AttribMatchTest, ChildrenMatchRecursively) {
+  EXPECT_TRUE(matches("s:struct={ d:ascii=5; };"));
+  EXPECT_FALSE(matches("s:struct={ d:ascii=6; };"));
+  EXPECT_FALSE(matches("n:unsigned32={ d:ascii=5; };"));
+}
+
+TEST(AttribRemoveTest, TakesOutEveryEqualElementBehindTheFirst) {
+  Xstring remainder;
+  attrib list("h:ascii=0; v:ascii=1; w:ascii=1; v:utf8=1; v:ascii=2; v:unsigned32=1;", remainder);
+  attrib pattern(attr_ascii, "v", Xstring("1"));
+  EXPECT_EQ(list.remove(&pattern), 0);
+  EXPECT_EQ(list.printable(), "h:ascii=0; w:ascii=1; v:ascii=2; v:unsigned32=1; ");
+}
+
+TEST(AttribRemoveTest, NullValuesAreEqual) {
+  attrib list(attr_ascii, "h", Xstring("0"));
+  list.append(new attrib(attr_unknown, "v", Xstring()));
+  list.append(new attrib(attr_unknown, "v", Xstring("")));
+  attrib pattern(attr_unknown, "v", Xstring());
+  EXPECT_EQ(list.remove(&pattern), 0);
+  ASSERT_NE(list.next, nullptr);
+  EXPECT_EQ(list.next->value, "");
+  EXPECT_EQ(list.next->next, nullptr);
+}
+
+TEST(AttribRemoveTest, RefusesLongPatternsAndTheFirstElement) {
+  Xstring remainder;
+  attrib list("h:ascii=0; v:ascii=1;", remainder);
+  attrib two("v:ascii=1; w:ascii=2;", remainder);
+  attrib head(attr_ascii, "h", Xstring("0"));
+  LogCapture log;
+  EXPECT_EQ(list.remove(&two), -1);
+  EXPECT_EQ(list.remove(&head), -1);
+  std::string text = log.text();
+  EXPECT_NE(text.find("remove: non-simple pattern 'v:ascii=1; w:ascii=2; '"), std::string::npos) << text;
+  EXPECT_NE(text.find("remove: first element match of pattern 'h:ascii=0; '"), std::string::npos) << text;
+  EXPECT_NE(list.next, nullptr);
+}
+
+TEST(AttribValueTest, NumbersOfTheRightType) {
+  EXPECT_EQ(attrib(attr_signed32, "n", Xstring("-2147483648")).val_s32(attr_signed32, "t"), -2147483648L);
+  EXPECT_EQ(attrib(attr_unsigned32, "n", Xstring("4294967295")).val_u32(attr_unsigned32, "t"), 4294967295UL);
+}
+
+TEST(AttribValueTest, WrongTypeAndBadTextGiveTheMarkers) {
+  LogCapture log;
+  EXPECT_EQ(attrib(attr_ascii, "n", Xstring("1")).val_s32(attr_signed32, "who"), 0x7fffffffL);
+  EXPECT_EQ(attrib(attr_signed32, "n", Xstring("1x")).val_s32(attr_signed32, nullptr), 0x7fffffffL);
+  EXPECT_EQ(attrib(attr_signed32, "n", Xstring("2147483648")).val_s32(attr_signed32, nullptr), 0x7fffffffL);
+  EXPECT_EQ(attrib(attr_unsigned32, "n", Xstring("-1")).val_u32(attr_unsigned32, nullptr), 0xffffffffUL);
+  EXPECT_EQ(attrib(attr_unsigned32, "n", Xstring("")).val_u32(attr_unsigned32, nullptr), 0xffffffffUL);
+  EXPECT_EQ(attrib(attr_unsigned32, "n", Xstring(" 1")).val_u32(attr_unsigned32, nullptr), 0xffffffffUL);
+  std::string text = log.text();
+  EXPECT_NE(text.find("who: wrong type in 'n:ascii=1; '"), std::string::npos) << text;
+  EXPECT_NE(text.find("val_s32: illegal value string in 'n:signed32=1x; '"), std::string::npos) << text;
+  EXPECT_NE(text.find("val_u32: illegal value string in 'n:unsigned32=-1; '"), std::string::npos) << text;
+}
+
+TEST(AttribFlagTest, DeletedAndEnabledNeedTheText1) {
+  Xstring remainder;
+  EXPECT_EQ(isdeleted(nullptr), 1);
+  EXPECT_EQ(isenabled(nullptr), 0);
+  attrib on("name:ascii=x; enabled:unsigned32=1; deleted:unsigned32=0;", remainder);
+  EXPECT_EQ(isenabled(&on), 1);
+  EXPECT_EQ(isdeleted(&on), 0);
+  attrib off("name:ascii=x; enabled:ascii=\"1\"; deleted:unsigned32=1;", remainder);
+  EXPECT_EQ(isenabled(&off), 0);
+  EXPECT_EQ(isdeleted(&off), 1);
+}
+
+}  // namespace

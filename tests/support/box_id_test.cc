@@ -1,0 +1,98 @@
+#include "support/box_id.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "support/fake_host_devices.h"
+
+namespace {
+
+std::string hex(const skip_keyid& keyid) {
+  static const char digits[] = "0123456789abcdef";
+  std::string text;
+  for (int i = 0; i < keyid.length; ++i) {
+    text += digits[keyid.bytes[i] >> 4];
+    text += digits[keyid.bytes[i] & 15];
+  }
+  return text;
+}
+
+TEST(SkipKeyIdTest, DottedAddressInIpv4NameSpaceNeedsNoLookup) {
+  FakeHostDevices host;
+  skip_keyid keyid;
+  ASSERT_EQ(skip_s_to_keyid("10.0.0.1", 1, &keyid), 0);
+  EXPECT_EQ(hex(keyid), "0a000001");
+  EXPECT_EQ(skip_s_to_keyid("1.2.3.999", 1, &keyid), -1);
+}
+
+TEST(SkipKeyIdTest, HostNameOnlyInIpv4NameSpacesAndNotForHexText) {
+  FakeHostDevices host;
+  host.hosts["gw"] = {192, 168, 1, 2};
+  host.hosts["0x01020304"] = {9, 9, 9, 9};
+  skip_keyid keyid;
+  // Two characters are too short to be taken for a host name.
+  EXPECT_EQ(skip_s_to_keyid("gw", 0, &keyid), -1);
+  host.hosts["gateway"] = {192, 168, 1, 2};
+  ASSERT_EQ(skip_s_to_keyid("gateway", 0, &keyid), 0);
+  EXPECT_EQ(hex(keyid), "c0a80102");
+  ASSERT_EQ(skip_s_to_keyid("0x01020304", 1, &keyid), 0);
+  EXPECT_EQ(hex(keyid), "01020304");
+  EXPECT_EQ(skip_s_to_keyid("gateway", 2, &keyid), -1);
+}
+
+TEST(SkipKeyIdTest, ShortHexIsRightAlignedWithZerosInFront) {
+  skip_keyid keyid;
+  ASSERT_EQ(skip_s_to_keyid("0xABC", 8, &keyid), 0);
+  EXPECT_EQ(keyid.length, 16);
+  EXPECT_EQ(hex(keyid), "00000000000000000000000000000abc");
+  ASSERT_EQ(skip_s_to_keyid("5", 2, &keyid), 0);
+  EXPECT_EQ(hex(keyid), "00000005");
+  ASSERT_EQ(skip_s_to_keyid("0Xa0b0c0d0e0f0", 7, &keyid), 0);
+  EXPECT_EQ(hex(keyid), "a0b0c0d0e0f0");
+}
+
+TEST(SkipKeyIdTest, OnlyTheFirstWordCounts) {
+  skip_keyid keyid;
+  ASSERT_EQ(skip_s_to_keyid("ff zz", 2, &keyid), 0);
+  EXPECT_EQ(hex(keyid), "000000ff");
+}
+
+TEST(SkipKeyIdTest, RejectsTooLongBadDigitsAndBadNameSpaces) {
+  skip_keyid keyid;
+  EXPECT_EQ(skip_s_to_keyid(std::string(32, 'f').c_str(), 8, &keyid), 0);
+  EXPECT_EQ(skip_s_to_keyid(std::string(33, 'f').c_str(), 8, &keyid), -1);
+  EXPECT_EQ(skip_s_to_keyid(("0x" + std::string(32, 'f')).c_str(), 8, &keyid), 0);
+  EXPECT_EQ(skip_s_to_keyid("12g4", 8, &keyid), -1);
+  // "0x" alone keeps its x, which is no digit.
+  EXPECT_EQ(skip_s_to_keyid("0x", 8, &keyid), -1);
+  EXPECT_EQ(skip_s_to_keyid("ab", 12, &keyid), -1);
+  EXPECT_EQ(skip_s_to_keyid("ab", -1, &keyid), -1);
+  EXPECT_EQ(skip_s_to_keyid(nullptr, 8, &keyid), -1);
+}
+
+TEST(ScreenBoxIdTest, NameSpaceByNameOrNumber) {
+  screen_box_id box;
+  ASSERT_EQ(screen_box_id_internalize(&box, "1 10.1.2.3"), 1);
+  EXPECT_EQ(box.nsid, 1);
+  EXPECT_EQ(hex(box.keyid), "0a010203");
+  ASSERT_EQ(screen_box_id_internalize(&box, " \tDH_PUB\t0xff\n"), 1);
+  EXPECT_EQ(box.nsid, 8);
+  EXPECT_EQ(box.keyid.length, 16);
+  ASSERT_EQ(screen_box_id_internalize(&box, "IPV4 0x0a000001"), 1);
+  EXPECT_EQ(box.nsid, 1);
+  ASSERT_EQ(screen_box_id_internalize(&box, "NONE 1"), 1);
+  EXPECT_EQ(box.nsid, 0);
+}
+
+TEST(ScreenBoxIdTest, OtherNameSpacesAndSpellingsFail) {
+  screen_box_id box;
+  EXPECT_EQ(screen_box_id_internalize(&box, "2 abcd"), 0);
+  EXPECT_EQ(screen_box_id_internalize(&box, "ipv4 10.0.0.1"), 0);
+  EXPECT_EQ(screen_box_id_internalize(&box, "DHX 1"), 0);
+  EXPECT_EQ(screen_box_id_internalize(&box, "8 xyz"), 0);
+  EXPECT_EQ(screen_box_id_internalize(&box, ""), 0);
+  EXPECT_EQ(screen_box_id_internalize(&box, nullptr), 0);
+}
+
+}  // namespace

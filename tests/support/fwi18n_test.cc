@@ -1,0 +1,176 @@
+#include "support/fwi18n.h"
+
+#include <gtest/gtest.h>
+#include <locale.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "support/settings.h"
+#include "test_env.h"
+
+namespace {
+
+// Every test runs with the locale variables cleared and the library
+// directory in a temporary tree, so only the catalogues made here exist.
+class Fwi18nTest : public testing::Test {
+ protected:
+  void SetUp() override { set_from_env(); }
+  void TearDown() override {
+    setlocale(LC_ALL, "C");
+    set_from_env();
+  }
+
+  // Compiles a catalogue for `locale_name` with message (set 41, 1).
+  void make_catalogue(const std::string& locale_name, const std::string& text) {
+    std::string dir = lib_ + "/locale/" + locale_name + "/LC_MESSAGES";
+    dir_.write("lib/locale/" + locale_name + "/LC_MESSAGES/source.msg", "$set 41\n1 " + text + "\n");
+    std::string command = "gencat " + dir + "/test.cat " + dir + "/source.msg";
+    ASSERT_EQ(system(command.c_str()), 0);
+  }
+
+  // The messages locale that fwi18n_init chooses.
+  std::string chosen_locale(int force = 0) {
+    char* locale = nullptr;
+    int handle = fwi18n_init("test", &locale, force);
+    std::string name = locale != nullptr ? locale : "";
+    free(locale);
+    if (handle != -1) close(handle);
+    return name;
+  }
+
+  void close(int handle) {
+    int current = s18n_catd;
+    s18n_catd = handle;
+    fwi18n_revert(current);
+  }
+
+  TempDir dir_;
+  std::string lib_ = dir_.path() + "/lib";
+  ScopedEnv etc_{"FERROWALL_ETC", dir_.path().c_str()};
+  ScopedEnv base_{"FERROWALL_BASE", dir_.path().c_str()};
+  ScopedEnv all_{"LC_ALL", nullptr};
+  ScopedEnv lang_{"LANG", nullptr};
+  ScopedEnv ctype_{"LC_CTYPE", nullptr};
+  ScopedEnv messages_{"LC_MESSAGES", nullptr};
+  ScopedEnv collate_{"LC_COLLATE", nullptr};
+  ScopedEnv time_{"LC_TIME", nullptr};
+};
+
+TEST_F(Fwi18nTest, PlainLangCountsAsUnset) {
+  EXPECT_EQ(chosen_locale(), "en_US");
+  {
+    ScopedEnv lang("LANG", "C");
+    EXPECT_EQ(chosen_locale(), "en_US");
+  }
+  {
+    ScopedEnv lang("LANG", "POSIX");
+    EXPECT_EQ(chosen_locale(), "en_US");
+  }
+  ScopedEnv lang("LANG", "de_DE");
+  EXPECT_EQ(chosen_locale(), "de_DE");
+}
+
+TEST_F(Fwi18nTest, LcAllAndLcMessagesChooseTheLocale) {
+  {
+    ScopedEnv messages("LC_MESSAGES", "fr_FR");
+    EXPECT_EQ(chosen_locale(), "fr_FR");
+  }
+  ScopedEnv all("LC_ALL", "it_IT");
+  ScopedEnv messages("LC_MESSAGES", "fr_FR");
+  EXPECT_EQ(chosen_locale(), "it_IT");
+}
+
+TEST_F(Fwi18nTest, Utf8CharacterTypeOrForceMakesMessagesUtf8) {
+  EXPECT_EQ(chosen_locale(1), "en_US.UTF-8");
+  ScopedEnv lang("LANG", "de_DE.ISO8859-1");
+  ScopedEnv ctype("LC_CTYPE", "de_DE.UTF-8");
+  EXPECT_EQ(chosen_locale(), "de_DE.UTF-8");
+}
+
+TEST_F(Fwi18nTest, WithoutCatalogueEveryMessageIsItsDefault) {
+  char* locale = nullptr;
+  EXPECT_EQ(fwi18n_init("test", &locale, 0), -1);
+  free(locale);
+  EXPECT_EQ(s18n_catd, -1);
+  const char* text = "default text";
+  EXPECT_EQ(fwi18n_text(41, 1, text), text);
+}
+
+TEST_F(Fwi18nTest, SecondSetUpDoesNothing) {
+  int first = fwi18n_set("test");
+  EXPECT_EQ(first, -1);
+  ASSERT_NE(s18n_locale, nullptr);
+  char* locale = s18n_locale;
+  make_catalogue("en_US", "now there is one");
+  EXPECT_EQ(fwi18n_set("test"), s18n_catd);
+  EXPECT_EQ(s18n_catd, -1);
+  EXPECT_EQ(s18n_locale, locale);
+}
+
+TEST_F(Fwi18nTest, CatalogueTextReplacesTheDefault) {
+  make_catalogue("en_US", "Hallo");
+  char* locale = nullptr;
+  int handle = fwi18n_init("test", &locale, 0);
+  free(locale);
+  ASSERT_NE(handle, -1);
+  int before = s18n_catd;
+  s18n_catd = handle;
+  EXPECT_STREQ(fwi18n_text(41, 1, "Hello"), "Hallo");
+  EXPECT_STREQ(fwi18n_text(41, 2, "Missing"), "Missing");
+  fwi18n_revert(before);
+  EXPECT_EQ(s18n_catd, before);
+}
+
+TEST_F(Fwi18nTest, OnlyUtf8CatalogueIsConvertedToTheUsersEncoding) {
+  make_catalogue("C.UTF-8", "plain text");
+  ScopedEnv messages("LC_MESSAGES", "C");
+  char* locale = nullptr;
+  int handle = fwi18n_init("test", &locale, 0);
+  free(locale);
+  ASSERT_NE(handle, -1);
+  ASSERT_NE(messages_encoding, nullptr);
+  EXPECT_STREQ(messages_encoding, "ANSI_X3.4-1968");
+  int before = s18n_catd;
+  s18n_catd = handle;
+  EXPECT_STREQ(fwi18n_text(41, 1, "x"), "plain text");
+  fwi18n_revert(before);
+  free(messages_encoding);
+  messages_encoding = nullptr;
+}
+
+TEST(Fwi18nEncodingTest, SecondNames) {
+  EXPECT_STREQ(nl_langinfo_codeset_name_to_iconv_encoding_name("ISO8859-15"), "8859-15");
+  EXPECT_STREQ(nl_langinfo_codeset_name_to_iconv_encoding_name("5601"), "ko_KR-euc");
+  EXPECT_STREQ(nl_langinfo_codeset_name_to_iconv_encoding_name("BIG5"), "zh_TW-big5");
+  EXPECT_STREQ(nl_langinfo_codeset_name_to_iconv_encoding_name("GBK"), "zh_CN.gbk");
+  EXPECT_STREQ(nl_langinfo_codeset_name_to_iconv_encoding_name("cns11643"), "zh_TW-euc");
+  EXPECT_STREQ(nl_langinfo_codeset_name_to_iconv_encoding_name("koi8-r"), "KOI8-R");
+  EXPECT_EQ(nl_langinfo_codeset_name_to_iconv_encoding_name("UTF-8"), nullptr);
+  EXPECT_EQ(nl_langinfo_codeset_name_to_iconv_encoding_name(nullptr), nullptr);
+}
+
+TEST(Fwi18nEncodingTest, FigureEncodingFollowsLcCtype) {
+  setlocale(LC_CTYPE, "C");
+  char* encoding = figure_encoding();
+  ASSERT_NE(encoding, nullptr);
+  EXPECT_STREQ(encoding, "ANSI_X3.4-1968");
+  free(encoding);
+  if (setlocale(LC_CTYPE, "C.UTF-8") != nullptr) {
+    encoding = figure_encoding();
+    EXPECT_STREQ(encoding, "UTF-8");
+    free(encoding);
+  }
+  setlocale(LC_CTYPE, "C");
+}
+
+TEST(Fwi18nTimeTest, Utf8TimeHasNoTab) {
+  char* text = utf8time(0);
+  ASSERT_NE(text, nullptr);
+  EXPECT_GT(strlen(text), 0u);
+  EXPECT_EQ(strchr(text, '\t'), nullptr);
+  free(text);
+}
+
+}  // namespace
