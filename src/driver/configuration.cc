@@ -80,7 +80,7 @@ int Configuration::Compile(const char* screen, std::ostream& out) {
   registry_->OptimizeRules();
   registry_->OrderServicesByStateEngine();
   registry_->UnMark();
-  if (registry_->UniqueTimes() > 31) return 236;
+  if (registry_->UniqueTimes() != 0) return 236;
   policy_->GenerateOutput(*registry_);
   registry_->GenerateOutput(this_screen_, policy_, screen_admin_rules_, policy_admin_rules_);
   return policy_->GenerateMoreOutput(this_screen_, *registry_, screen_admin_rules_,

@@ -1,6 +1,11 @@
 // The Registry is the store of every named object that isn't part of the
-// rule order.  It owns the objects of its lists and is born with the
-// built-in objects that every configuration may name.
+// rule order: addresses, screens, services, state engines, interfaces,
+// certificates, algorithms, users and times, each kind in its own list.  It
+// owns every object of its lists and is born with the built-in objects that
+// any configuration may name: the address "*" (the whole space) and
+// "localhost", the screen "*", the time "*" (always) and the service "*"
+// (any service).  The compile adds what it makes itself: the copies of the
+// services, the reverse interfaces and the known-address sets.
 #ifndef FW_MODEL_REGISTRY_H
 #define FW_MODEL_REGISTRY_H
 
@@ -8,8 +13,11 @@
 
 #include "model/entity.h"
 
+class Address;
+class AddressList;
 class Ferrowall;
 class FWFile;
+class Interface;
 class OrderedEntityList;
 class Policy;
 
@@ -18,8 +26,75 @@ class Registry : public Entity {
   Registry();
   ~Registry() override;
 
+  // Each list, and with an argument the append to it.
+  TList<Entity>& Addresses() const { return *addresses_; }
+  void Addresses(Entity& entity) { addresses_->Append(entity); }
   TList<Entity>& Screens() const { return *screens_; }
-  void Screens(Entity& screen) { screens_->Append(screen); }
+  void Screens(Entity& entity) { screens_->Append(entity); }
+  TList<Entity>& Services() const { return *services_; }
+  void Services(Entity& entity) { services_->Append(entity); }
+  TList<Entity>& StateEngines() const { return *state_engines_; }
+  void StateEngines(Entity& entity) { state_engines_->Append(entity); }
+  TList<Entity>& StateEngineInternals() const { return *state_engine_internals_; }
+  void StateEngineInternals(Entity& entity) { state_engine_internals_->Append(entity); }
+  TList<Entity>& ServicesCompile() const { return *services_compile_; }
+  void ServicesCompile(Entity& entity) { services_compile_->Append(entity); }
+  TList<Entity>& AdminInterfaces() const { return *admin_interfaces_; }
+  void AdminInterfaces(Entity& entity) { admin_interfaces_->Append(entity); }
+  TList<Entity>& DisabledInterfaces() const { return *disabled_interfaces_; }
+  void DisabledInterfaces(Entity& entity) { disabled_interfaces_->Append(entity); }
+  TList<Entity>& GWYInterfaces() const { return *gwy_interfaces_; }
+  void GWYInterfaces(Entity& entity) { gwy_interfaces_->Append(entity); }
+  TList<Entity>& CLKInterfaces() const { return *clk_interfaces_; }
+  void CLKInterfaces(Entity& entity) { clk_interfaces_->Append(entity); }
+  TList<Entity>& Certificates() const { return *certificates_; }
+  void Certificates(Entity& entity) { certificates_->Append(entity); }
+  TList<Entity>& Keys() const { return *keys_; }
+  void Keys(Entity& entity) { keys_->Append(entity); }
+  TList<Entity>& AlgorithmKeyV1() const { return *algorithm_key_v1_; }
+  void AlgorithmKeyV1(Entity& entity) { algorithm_key_v1_->Append(entity); }
+  TList<Entity>& AlgorithmDataV1() const { return *algorithm_data_v1_; }
+  void AlgorithmDataV1(Entity& entity) { algorithm_data_v1_->Append(entity); }
+  TList<Entity>& AlgorithmMacV1() const { return *algorithm_mac_v1_; }
+  void AlgorithmMacV1(Entity& entity) { algorithm_mac_v1_->Append(entity); }
+  TList<Entity>& AlgorithmCompV1() const { return *algorithm_comp_v1_; }
+  void AlgorithmCompV1(Entity& entity) { algorithm_comp_v1_->Append(entity); }
+  TList<Entity>& AlgorithmKeyV2() const { return *algorithm_key_v2_; }
+  void AlgorithmKeyV2(Entity& entity) { algorithm_key_v2_->Append(entity); }
+  TList<Entity>& AlgorithmDataV2() const { return *algorithm_data_v2_; }
+  void AlgorithmDataV2(Entity& entity) { algorithm_data_v2_->Append(entity); }
+  TList<Entity>& AlgorithmMacV2() const { return *algorithm_mac_v2_; }
+  void AlgorithmMacV2(Entity& entity) { algorithm_mac_v2_->Append(entity); }
+  TList<Entity>& AlgorithmCompV2() const { return *algorithm_comp_v2_; }
+  void AlgorithmCompV2(Entity& entity) { algorithm_comp_v2_->Append(entity); }
+  TList<Entity>& Algorithms() const { return *algorithms_; }
+  void Algorithms(Entity& entity) { algorithms_->Append(entity); }
+  TList<Entity>& Users() const { return *users_; }
+  void Users(Entity& entity) { users_->Append(entity); }
+  TList<Entity>& Times() const { return *times_; }
+  void Times(Entity& entity) { times_->Append(entity); }
+
+  Address* Star() const { return star_; }
+  AddressList* Localhost() const { return localhost_; }
+  Address* KnownAdminAddresses() const { return known_admin_; }
+  Address* UnknownAdminAddresses() const { return unknown_admin_; }
+  Address* KnownGWYAddresses() const { return known_gwy_; }
+  Address* UnknownGWYAddresses() const { return unknown_gwy_; }
+  Address* KnownCLKAddresses() const { return known_clk_; }
+  Address* UnknownCLKAddresses() const { return unknown_clk_; }
+  Interface* ReverseAdminInterface() const { return reverse_admin_; }
+  void ReverseAdminInterface(Interface* interface) { reverse_admin_ = interface; }
+  Interface* ReverseGWYInterface() const { return reverse_gwy_; }
+  void ReverseGWYInterface(Interface* interface) { reverse_gwy_ = interface; }
+  // The lines of text the configuration carried without this program
+  // understanding them, in their order.
+  TList<char>& AlienData() const { return *alien_data_; }
+  void AddAlienData(const char* text);
+  int Dirty() const { return dirty_; }
+  void Dirty(int dirty) { dirty_ = dirty != 0; }
+  int Version() const { return version_; }
+  void Version(int version) { version_ = version; }
+  // Where the objects came from; not owned.
   FWFile* File() const { return file_; }
   void File(FWFile* file) { file_ = file; }
 
@@ -35,13 +110,50 @@ class Registry : public Entity {
   void OptimizeRules();
   void OrderServicesByStateEngine();
   void UnMark();
-  // The number of distinct time objects that the rules use.
+  // Numbers the time objects in use; 1 when more than 31 are, else 0.
   int UniqueTimes();
   int GenerateOutput(Ferrowall* screen, Policy* policy, TList<Entity>* screen_admin_rules,
                      TList<Entity>* policy_admin_rules);
 
  private:
+  void AddBuiltInObjects();
+
+  TList<Entity>* addresses_;
   TList<Entity>* screens_;
+  TList<Entity>* services_;
+  TList<Entity>* state_engines_;
+  TList<Entity>* state_engine_internals_;
+  TList<Entity>* services_compile_;
+  TList<Entity>* admin_interfaces_;
+  TList<Entity>* disabled_interfaces_;
+  TList<Entity>* gwy_interfaces_;
+  TList<Entity>* clk_interfaces_;
+  TList<Entity>* certificates_;
+  TList<Entity>* keys_;
+  TList<Entity>* algorithm_key_v1_;
+  TList<Entity>* algorithm_data_v1_;
+  TList<Entity>* algorithm_mac_v1_;
+  TList<Entity>* algorithm_comp_v1_;
+  TList<Entity>* algorithm_key_v2_;
+  TList<Entity>* algorithm_data_v2_;
+  TList<Entity>* algorithm_mac_v2_;
+  TList<Entity>* algorithm_comp_v2_;
+  TList<Entity>* algorithms_;
+  TList<Entity>* users_;
+  TList<Entity>* times_;
+  Address* known_admin_;
+  Address* unknown_admin_;
+  Address* known_gwy_;
+  Address* unknown_gwy_;
+  Address* known_clk_;
+  Address* unknown_clk_;
+  Address* star_;
+  AddressList* localhost_;
+  TList<char>* alien_data_;
+  Interface* reverse_admin_ = nullptr;
+  Interface* reverse_gwy_ = nullptr;
+  int dirty_ = 0;
+  int version_ = 0;
   FWFile* file_ = nullptr;
 };
 
