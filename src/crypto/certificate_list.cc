@@ -8,13 +8,9 @@ namespace {
 
 TList<Entity>* list_or_new(TList<Entity>* list) { return list != nullptr ? list : new TList<Entity>; }
 
-void delete_with_data(TList<CertData>* list) {
+template <class T>
+void delete_with_data(TList<T>* list) {
   if (list != nullptr) list->Delete_Data();
-  delete list;
-}
-
-void delete_with_data(TList<Entity>* list) {
-  list->Delete_Data();
   delete list;
 }
 
