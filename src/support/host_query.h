@@ -34,7 +34,10 @@ struct HostDevices {
   // encryption, 14 authentication).  The module's answer, or <0 on failure.
   int (*ipsec_alg_query)(int operation, int value);
   // Reads the answer of the SKIP key device to `request` into three arrays of
-  // SKIP_ALG_VALUES words.  0, or <0 on failure.
+  // SKIP_ALG_VALUES words, nonzero for a supported value: for the key
+  // request the version 2 and the version 1 key lists, for the traffic
+  // request the version 2 and version 1 data lists and the MAC list.
+  // 0, or <0 on failure.
   int (*skip_alg_lists)(int request, uint32_t lists[3][SKIP_ALG_VALUES]);
   // Reads at most `wanted` local keys of name space `nsid`, beginning at
   // index `first`.  The number read, or <0 on failure.

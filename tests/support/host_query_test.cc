@@ -119,10 +119,4 @@ TEST(HostQueryTest, LocalKeyMustMatchLengthAndNameSpace) {
   EXPECT_EQ(host.local_key_requests, 0);
 }
 
-TEST(HostQueryTest, SixtyFourBitKernel) {
-  FakeHostDevices host;
-  host.is64 = 1;
-  EXPECT_EQ(screenadm_is64(), 1);
-}
-
 }  // namespace
