@@ -3,8 +3,12 @@
 #include <cstdlib>
 #include <cstring>
 
+#include <iostream>
+
 #include "model/address.h"
 #include "model/address_list.h"
+#include "model/sorted_entity_list.h"
+#include "model/time.h"
 #include "screen/ferrowall.h"
 
 namespace {
@@ -54,6 +58,11 @@ void Registry::AddBuiltInObjects() {
   Addresses(*star_);
   Addresses(*localhost_);
   Screens(*new Ferrowall("*"));
+  RangeList* whole_day = new RangeList;
+  whole_day->Insert(Range(0, 1440, RT_TIME, RS_ADDRESSES));
+  TList<DayOfWeek>* days = new TList<DayOfWeek>;
+  days->Append(*new DayOfWeek(EVERYDAY, whole_day));
+  Times(*new Time("*", days, nullptr, nullptr));
 }
 
 Registry::~Registry() {
@@ -68,6 +77,216 @@ Registry::~Registry() {
 }
 
 void Registry::AddAlienData(const char* text) { alien_data_->Append(*strdup(text)); }
+
+TList<Entity>* Registry::TypeToList(Config_Objects kind) const {
+  switch (kind) {
+    case CO_ADDRESS: return addresses_;
+    case CO_SCREEN: return screens_;
+    case CO_SERVICE: return services_;
+    case CO_STATE_ENGINE: return state_engines_;
+    case CO_CERTIFICATE: return certificates_;
+    case CO_TIME: return times_;
+    case CO_KEY: return keys_;
+    default: return nullptr;
+  }
+}
+
+std::vector<TList<Entity>*> Registry::InterfaceListsForEditing() const {
+  return {admin_interfaces_, gwy_interfaces_, disabled_interfaces_, clk_interfaces_};
+}
+
+std::vector<TList<Entity>*> Registry::InterfaceListsForListing() const {
+  return {admin_interfaces_, disabled_interfaces_, gwy_interfaces_, clk_interfaces_};
+}
+
+void Registry::Create(Config_Objects kind, Entity* object) {
+  if (object == nullptr) return;
+  Dirty(1);
+  TList<Entity>* list = TypeToList(kind);
+  if (list == nullptr) return;
+  TList_Cell<Entity>* old = object->FindSelfCell(*list, 0);
+  if (old == nullptr) {
+    list->Append(*object);
+    return;
+  }
+  list->Append(*object, old);
+  list->Delete_Data_Cell(old);
+}
+
+void Registry::Delete(Config_Objects kind, Entity* object) {
+  if (object == nullptr) return;
+  Dirty(1);
+  std::vector<TList<Entity>*> lists;
+  if (kind == CO_INTERFACE) lists = InterfaceListsForEditing();
+  else if (TList<Entity>* list = TypeToList(kind)) lists = {list};
+  for (TList<Entity>* list : lists) object->DeleteSelf(*list);
+}
+
+void Registry::Rename(Config_Objects kind, const char* old_name, const char* new_name, const char* screen) {
+  std::vector<TList<Entity>*> lists;
+  if (kind == CO_INTERFACE) lists = InterfaceListsForEditing();
+  else if (TList<Entity>* list = TypeToList(kind)) lists = {list};
+  Entity old_key(old_name, screen, nullptr, 0);
+  Entity new_key(new_name, screen, nullptr, 0);
+  for (TList<Entity>* list : lists) {
+    Entity* object = old_key.FindSelf(*list, 0);
+    if (object == nullptr) continue;
+    Dirty(1);
+    TList_Cell<Entity>* taken = new_key.FindSelfCell(*list, 0);
+    if (taken != nullptr && taken->Data() != object) list->Delete_Data_Cell(taken);
+    object->Name(new_name);
+  }
+}
+
+int Registry::ModifyMember(Config_Objects kind, Entity* object, const char* name, int remove, int second) {
+  TList<Entity>* list = object != nullptr ? TypeToList(kind) : nullptr;
+  if (list == nullptr) return 224;
+  Dirty(1);
+  Entity* group = object->FindSelf(*list, 0);
+  if (group == nullptr) return 224;
+  return group->Member(name, remove, second);
+}
+
+std::vector<TList<Entity>*> Registry::ReferringLists(Config_Objects kind) const {
+  switch (kind) {
+    case CO_ADDRESS:
+      return {addresses_, screens_, admin_interfaces_, disabled_interfaces_, gwy_interfaces_, clk_interfaces_};
+    case CO_SCREEN:
+      return {addresses_,          screens_,        services_,        admin_interfaces_, disabled_interfaces_,
+              gwy_interfaces_,     clk_interfaces_, certificates_,    keys_};
+    case CO_SERVICE:
+    case CO_STATE_ENGINE:
+      return {services_};
+    case CO_CERTIFICATE:
+      return {certificates_, screens_};
+    default:
+      return {};
+  }
+}
+
+int Registry::IsReferenced(Config_Objects kind, const char* name, int print) const {
+  int count = 0;
+  for (TList<Entity>* list : ReferringLists(kind))
+    for (TList_Cell<Entity>* cell = list->Head(); cell != nullptr; cell = cell->Next())
+      count += cell->Data()->Refer(kind, name, print);
+  return count;
+}
+
+void Registry::RenameReference(Config_Objects kind, const char* old_name, const char* new_name) {
+  std::vector<TList<Entity>*> lists = ReferringLists(kind);
+  if (!lists.empty()) Dirty(1);
+  for (TList<Entity>* list : lists)
+    for (TList_Cell<Entity>* cell = list->Head(); cell != nullptr; cell = cell->Next())
+      cell->Data()->RenameReference(kind, old_name, new_name);
+}
+
+std::vector<TList<Entity>*> Registry::ListsToList(Config_Objects kind, const char* type) const {
+  if (kind != CO_INTERFACE) {
+    TList<Entity>* list = TypeToList(kind);
+    return list != nullptr ? std::vector<TList<Entity>*>{list} : std::vector<TList<Entity>*>{};
+  }
+  if (type == nullptr) return InterfaceListsForListing();
+  std::string word(type);
+  if (word == "ADMIN") return {admin_interfaces_};
+  if (word == "DISABLED") return {disabled_interfaces_};
+  if (word == "GWY" || word == "ROUTING" || word == "HA") return {gwy_interfaces_};
+  if (word == "CLK" || word == "STEALTH") return {clk_interfaces_};
+  return {};
+}
+
+void Registry::Search(Config_Objects kind, const char* screen, const char* name, const char* type,
+                      int exact) const {
+  bool everything = screen == nullptr && name == nullptr && type == nullptr;
+  for (TList<Entity>* list : ListsToList(kind, type)) {
+    SortedEntityList sorted;
+    for (TList_Cell<Entity>* cell = list->Head(); cell != nullptr; cell = cell->Next())
+      if (everything || cell->Data()->Match(screen, name, type, exact)) sorted.Insert(*cell->Data());
+    for (TList_Cell<Entity>* cell = sorted.List().Head(); cell != nullptr; cell = cell->Next())
+      cell->Data()->Enumerate(std::cout, ENUM_SEARCH);
+  }
+}
+
+bool Registry::BuiltIn(Config_Objects kind, const Entity& entity) {
+  bool star = strcmp(entity.Name(), "*") == 0;
+  if (kind == CO_ADDRESS) return star || strcmp(entity.Name(), "localhost") == 0;
+  return star && (kind == CO_SCREEN || kind == CO_SERVICE || kind == CO_TIME);
+}
+
+namespace {
+
+// State engines and all interfaces but the stealth ones are listed in the
+// order they were defined, since that order means something for them.
+bool KeepsListOrder(Config_Objects kind, const TList<Entity>* list, const Registry& registry) {
+  if (kind == CO_STATE_ENGINE) return true;
+  return kind == CO_INTERFACE && list != &registry.CLKInterfaces();
+}
+
+}  // namespace
+
+void Registry::Enumerate(Config_Objects kind, const char* name, const char* screen) const {
+  for (TList<Entity>* list : ListsToList(kind, nullptr)) {
+    if (name != nullptr) {
+      TList<Entity>* matches = Entity(name, screen, nullptr, 0).FindSelfAll(*list);
+      if (matches == nullptr) continue;
+      for (TList_Cell<Entity>* cell = matches->Head(); cell != nullptr; cell = cell->Next())
+        cell->Data()->Enumerate(std::cout, ENUM_FULL);
+      delete matches;
+      continue;
+    }
+    SortedEntityList sorted;
+    bool ordered = KeepsListOrder(kind, list, *this);
+    for (TList_Cell<Entity>* cell = list->Head(); cell != nullptr; cell = cell->Next()) {
+      if (BuiltIn(kind, *cell->Data())) continue;
+      if (ordered) cell->Data()->Enumerate(std::cout, ENUM_FULL); else sorted.Insert(*cell->Data());
+    }
+    for (TList_Cell<Entity>* cell = sorted.List().Head(); cell != nullptr; cell = cell->Next())
+      cell->Data()->Enumerate(std::cout, ENUM_FULL);
+  }
+}
+
+void Registry::EnumerateName(Config_Objects kind) const {
+  for (TList<Entity>* list : ListsToList(kind, nullptr)) {
+    SortedEntityList sorted;
+    bool ordered = KeepsListOrder(kind, list, *this);
+    for (TList_Cell<Entity>* cell = list->Head(); cell != nullptr; cell = cell->Next()) {
+      if (ordered) cell->Data()->Enumerate(std::cout, ENUM_NAME);
+      else if (cell->Data()->FindSelf(sorted.List(), 1) == nullptr) sorted.Insert(*cell->Data());
+    }
+    for (TList_Cell<Entity>* cell = sorted.List().Head(); cell != nullptr; cell = cell->Next())
+      cell->Data()->Enumerate(std::cout, ENUM_NAME);
+  }
+}
+
+void Registry::RemoveOtherScreenData(const Ferrowall& screen, TList<Entity>& list) {
+  const char* virtual_name = screen.VirtualName();
+  TList_Cell<Entity>* cell = list.Head();
+  while (cell != nullptr) {
+    Entity& object = *cell->Data();
+    const char* bound = object.Screen();
+    if (bound == nullptr) {
+      cell = cell->Next();
+    } else if (strcmp(bound, "*") == 0) {
+      object.ClearScreen();
+      cell = cell->Next();
+    } else if (strcmp(bound, virtual_name) != 0) {
+      TList_Cell<Entity>* next = cell->Next();
+      list.Delete_Data_Cell(cell);
+      cell = next;
+    } else {
+      // The screen's own definition replaces a general one of its name.
+      Entity general(object.Name(), nullptr, nullptr, 0);
+      list.Delete_Data_Cell(general.FindSelfCell(list, 0));
+      cell = cell->Next();
+    }
+  }
+}
+
+void Registry::CleanUp() {
+  for (TList<Entity>* list : {clk_interfaces_, addresses_, times_})
+    for (TList_Cell<Entity>* cell = list->Head(); cell != nullptr; cell = cell->Next()) cell->Data()->CleanUp();
+  Address::ResetUniqueId();
+  Time::ResetUniqueId();
+}
 
 int Registry::Verify(Ferrowall*, std::ostream&) { return 0; }
 
@@ -85,6 +304,17 @@ void Registry::OrderServicesByStateEngine() {}
 
 void Registry::UnMark() {}
 
-int Registry::UniqueTimes() { return 0; }
+int Registry::UniqueTimes() {
+  for (TList<Entity>* list : {admin_interfaces_, gwy_interfaces_, clk_interfaces_})
+    for (TList_Cell<Entity>* cell = list->Head(); cell != nullptr; cell = cell->Next()) cell->Data()->Mark();
+  const int kTimeLimit = 31;
+  for (TList_Cell<Entity>* cell = times_->Head(); cell != nullptr; cell = cell->Next()) {
+    Time& time = *static_cast<Time*>(cell->Data());
+    if (!time.Used()) continue;
+    time.Reduce();
+    if (time.UniqueId() > kTimeLimit) return 1;
+  }
+  return 0;
+}
 
 int Registry::GenerateOutput(Ferrowall*, Policy*, TList<Entity>*, TList<Entity>*) { return 0; }

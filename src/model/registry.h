@@ -10,6 +10,7 @@
 #define FW_MODEL_REGISTRY_H
 
 #include <ostream>
+#include <vector>
 
 #include "model/entity.h"
 
@@ -98,6 +99,37 @@ class Registry : public Entity {
   FWFile* File() const { return file_; }
   void File(FWFile* file) { file_ = file; }
 
+  // The list of a kind: addresses, screens, services, state engines,
+  // certificates, times and keys; null for every other kind, interfaces
+  // included.
+  TList<Entity>* TypeToList(Config_Objects kind) const;
+
+  // Editing operations of the administrative commands; each marks the store
+  // as changed.  Create replaces an object of the same name and screen in
+  // place; an interface moves to the list of its type.
+  void Create(Config_Objects kind, Entity* object);
+  void Delete(Config_Objects kind, Entity* object);
+  // Renaming onto an existing name deletes the object that had it.
+  void Rename(Config_Objects kind, const char* old_name, const char* new_name, const char* screen);
+  // 224 when there is no such object, else the object's Member answer.
+  int ModifyMember(Config_Objects kind, Entity* object, const char* name, int remove, int second);
+  // How many objects refer to object `name` of `kind`.
+  int IsReferenced(Config_Objects kind, const char* name, int print) const;
+  void RenameReference(Config_Objects kind, const char* old_name, const char* new_name) override;
+
+  // Listings on the standard output: the objects that match, in name order;
+  // all objects of a kind (or those of one name) in full; each name once.
+  void Search(Config_Objects kind, const char* screen, const char* name, const char* type, int exact) const;
+  void Enumerate(Config_Objects kind, const char* name, const char* screen) const;
+  void EnumerateName(Config_Objects kind) const;
+
+  // Keeps of `list` what the compiled screen sees: general objects, and the
+  // objects bound to its virtual name, which replace general ones of the
+  // same name.  Objects of other screens are deleted.
+  void RemoveOtherScreenData(const Ferrowall& screen, TList<Entity>& list);
+  // Drops what a compile added, so that the store could be compiled anew.
+  void CleanUp() override;
+
   // Compile stages, in the order the compile runs them.
   int Verify(Ferrowall* screen, std::ostream& out);
   // The protected address of the last high-availability interface among the
@@ -117,6 +149,16 @@ class Registry : public Entity {
 
  private:
   void AddBuiltInObjects();
+  // The interface lists in the order the editing operations walk them, and
+  // the order the listings walk them.
+  std::vector<TList<Entity>*> InterfaceListsForEditing() const;
+  std::vector<TList<Entity>*> InterfaceListsForListing() const;
+  // The lists a listing of `kind` walks; for interfaces `type` selects.
+  std::vector<TList<Entity>*> ListsToList(Config_Objects kind, const char* type) const;
+  // The lists whose objects may refer to an object of `kind`.
+  std::vector<TList<Entity>*> ReferringLists(Config_Objects kind) const;
+  // Whether a listing skips this built-in object.
+  static bool BuiltIn(Config_Objects kind, const Entity& entity);
 
   TList<Entity>* addresses_;
   TList<Entity>* screens_;

@@ -21,6 +21,8 @@ class Ferrowall : public Entity {
   int Verify(Registry& registry, std::ostream& out);
   // The screen's own administrative rules, or null when they can't be made.
   TList<Entity>* GenerateAdminRules(Registry& registry);
+  // The name under which this screen compiles.
+  const char* VirtualName() const { return Name(); }
   // The high-availability address of the screen, 0 when it has none.
   unsigned HA_IP() const { return 0; }
 };

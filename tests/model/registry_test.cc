@@ -1,0 +1,142 @@
+#include "model/registry.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "model/address.h"
+#include "model/time.h"
+#include "screen/ferrowall.h"
+
+namespace {
+
+std::string Names(const TList<Entity>& list) {
+  std::string names;
+  for (TList_Cell<Entity>* cell = list.Head(); cell != nullptr; cell = cell->Next()) {
+    names += cell->Data()->Name();
+    if (cell->Data()->Screen() != nullptr) names += std::string("@") + cell->Data()->Screen();
+    names += ' ';
+  }
+  return names;
+}
+
+Address* NewAddress(const char* name, const char* screen) { return new Address(name, 0x0A000001u, screen, nullptr); }
+
+TEST(RegistryTest, BornWithTheBuiltInObjects) {
+  Registry registry;
+  EXPECT_EQ(Names(registry.Addresses()), "* localhost ");
+  EXPECT_EQ(Names(registry.Screens()), "* ");
+  EXPECT_EQ(Names(registry.Times()), "* ");
+  EXPECT_EQ(registry.Star(), registry.Addresses().Head()->Data());
+  const Address& star = *registry.Star();
+  EXPECT_EQ(star.SizeOf(), 4294967296ull);
+  Time& always = *static_cast<Time*>(registry.Times().Head()->Data());
+  always.Reduce();
+  for (int day = SUNDAY; day <= SATURDAY; ++day) {
+    const RangeList& hours = always.DayList(static_cast<Day>(day));
+    ASSERT_EQ(hours.Length(), 1);
+    EXPECT_EQ(hours.List().Head()->Data()->End(), 1440u);
+  }
+  EXPECT_EQ(registry.TypeToList(CO_INTERFACE), nullptr);
+  EXPECT_EQ(registry.TypeToList(CO_KEY), &registry.Keys());
+}
+
+class RemoveOtherScreenDataTest : public testing::Test {
+ protected:
+  RemoveOtherScreenDataTest() : screen("gate") {}
+  Registry registry;
+  Ferrowall screen;
+};
+
+TEST_F(RemoveOtherScreenDataTest, ScreensOwnDefinitionWinsWhicheverCameFirst) {
+  TList<Entity>& list = registry.Addresses();
+  list.Append(*NewAddress("a", nullptr));
+  list.Append(*NewAddress("a", "gate"));
+  list.Append(*NewAddress("b", "gate"));
+  list.Append(*NewAddress("b", nullptr));
+  registry.RemoveOtherScreenData(screen, list);
+  EXPECT_EQ(Names(list), "* localhost a@gate b@gate ");
+}
+
+TEST_F(RemoveOtherScreenDataTest, OtherScreensGoAndStarBecomesGeneral) {
+  TList<Entity>& list = registry.Addresses();
+  list.Append(*NewAddress("other", "elsewhere"));
+  list.Append(*NewAddress("everywhere", "*"));
+  list.Append(*NewAddress("c", "*"));
+  list.Append(*NewAddress("c", "gate"));
+  registry.RemoveOtherScreenData(screen, list);
+  EXPECT_EQ(Names(list), "* localhost everywhere c@gate ");
+}
+
+TEST(RegistryEditingTest, CreateReplacesInPlaceAndAppendsOtherwise) {
+  Registry registry;
+  registry.Create(CO_ADDRESS, NewAddress("a", nullptr));
+  registry.Create(CO_ADDRESS, NewAddress("b", nullptr));
+  Address* replacement = NewAddress("a", nullptr);
+  registry.Create(CO_ADDRESS, replacement);
+  EXPECT_EQ(Names(registry.Addresses()), "* localhost a b ");
+  EXPECT_EQ(registry.Addresses().Head()->Next()->Next()->Data(), replacement);
+  registry.Create(CO_ADDRESS, NewAddress("a", "gate"));
+  EXPECT_EQ(Names(registry.Addresses()), "* localhost a b a@gate ");
+  EXPECT_EQ(registry.Dirty(), 1);
+}
+
+TEST(RegistryEditingTest, RenameOntoAnExistingNameRemovesIt) {
+  Registry registry;
+  registry.Addresses(*NewAddress("old", nullptr));
+  registry.Addresses(*NewAddress("new", nullptr));
+  registry.Rename(CO_ADDRESS, "old", "new", nullptr);
+  EXPECT_EQ(Names(registry.Addresses()), "* localhost new ");
+  EXPECT_EQ(registry.Dirty(), 1);
+}
+
+TEST(RegistryEditingTest, DeleteAndModifyMember) {
+  Registry registry;
+  registry.Addresses(*NewAddress("a", nullptr));
+  Entity key("a", nullptr, nullptr, 0);
+  registry.Delete(CO_USER, &key);
+  EXPECT_EQ(Names(registry.Addresses()), "* localhost a ");
+  EXPECT_EQ(registry.ModifyMember(CO_ADDRESS, &key, "x", 0, 0), 223);
+  Entity missing("zz", nullptr, nullptr, 0);
+  EXPECT_EQ(registry.ModifyMember(CO_ADDRESS, &missing, "x", 0, 0), 224);
+  EXPECT_EQ(registry.ModifyMember(CO_RULE, &key, "x", 0, 0), 224);
+  registry.Delete(CO_ADDRESS, &key);
+  EXPECT_EQ(Names(registry.Addresses()), "* localhost ");
+}
+
+TEST(RegistryEditingTest, AlienDataKeepsItsOrder) {
+  Registry registry;
+  registry.AddAlienData("first");
+  registry.AddAlienData("second");
+  ASSERT_EQ(registry.AlienData().Length(), 2);
+  EXPECT_STREQ(registry.AlienData().Head()->Data(), "first");
+  EXPECT_STREQ(registry.AlienData().Tail()->Data(), "second");
+}
+
+TEST(RegistryUniqueTimesTest, ThirtyOneTimesInUseAreTheLimit) {
+  Time::ResetUniqueId();
+  Registry registry;
+  registry.Times().Head()->Data()->Used(0);
+  for (int i = 0; i < 40; ++i) {
+    Time* time = new Time(("t" + std::to_string(i)).c_str(), nullptr, nullptr, nullptr);
+    time->Used(i < 31 ? 1 : i % 2 == 0);
+    registry.Times(*time);
+  }
+  TList<Entity>& times = registry.Times();
+  EXPECT_EQ(registry.UniqueTimes(), 1);
+  Time& last_allowed = *static_cast<Time*>(times.Head()->Next()->Next()->Next()->Data());
+  EXPECT_EQ(last_allowed.UniqueId(), 3);
+
+  Time::ResetUniqueId();
+  Registry small;
+  for (int i = 0; i < 40; ++i) {
+    Time* time = new Time(("t" + std::to_string(i)).c_str(), nullptr, nullptr, nullptr);
+    time->Used(i < 30);
+    small.Times(*time);
+  }
+  small.Times().Head()->Data()->Used(1);
+  EXPECT_EQ(small.UniqueTimes(), 0);
+  EXPECT_EQ(static_cast<Time*>(small.Times().Tail()->Data())->Reduced(), 0);
+}
+
+}  // namespace
