@@ -5,6 +5,7 @@
 #include "driver/fw_file.h"
 #include "lang/parser.h"
 #include "lang/scanner.h"
+#include "model/range_list.h"
 #include "model/registry.h"
 #include "policy/policy.h"
 #include "screen/ferrowall.h"
@@ -23,7 +24,8 @@ Configuration::Configuration(FWFile* file)
       engine_parameters_(new TList<int>),
       discriminator_parameters_(new TList<int>),
       address_words_(new TList<unsigned>),
-      days_(new TList<DayOfWeek>) {}
+      days_(new TList<DayOfWeek>),
+      hours_(new RangeList) {}
 
 Configuration::~Configuration() {
   DeleteAdminRules();
@@ -39,6 +41,13 @@ Configuration::~Configuration() {
   delete discriminator_parameters_;
   delete address_words_;
   delete days_;
+  delete hours_;
+}
+
+RangeList* Configuration::TakeHours() {
+  RangeList* taken = hours_;
+  hours_ = new RangeList;
+  return taken;
 }
 
 // Runs the parser over one file; 240 when it can't be opened, else 0.

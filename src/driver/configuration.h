@@ -10,6 +10,7 @@
 
 class DayOfWeek;
 class Discriminator;
+class RangeList;
 class Ferrowall;
 class Filter;
 class FWFile;
@@ -42,10 +43,13 @@ class Configuration {
   // Counts one error of the text; the parser and rejecting actions call it.
   void ParseError() { ++parse_errors_; }
 
-  // Scratch lists of the grammar actions; each hands its contents over to
-  // the object that a statement builds.
+  // Scratch lists of the grammar.  Each collects the elements of one clause
+  // and is handed over whole, through its Take function, to the object the
+  // statement builds; a new empty list takes its place at once.
   TList<Entity>& Includes() { return *includes_; }
+  TList<Entity>* TakeIncludes() { return Take(includes_); }
   TList<Entity>& Excludes() { return *excludes_; }
+  TList<Entity>* TakeExcludes() { return Take(excludes_); }
   TList<Filter>& ForwardFilters() { return *forward_filters_; }
   TList<Filter>& ReverseFilters() { return *reverse_filters_; }
   TList<Discriminator>& Discriminators() { return *discriminators_; }
@@ -54,8 +58,17 @@ class Configuration {
   TList<int>& DiscriminatorParameters() { return *discriminator_parameters_; }
   TList<unsigned>& AddressWords() { return *address_words_; }
   TList<DayOfWeek>& Days() { return *days_; }
+  TList<DayOfWeek>* TakeDays() { return Take(days_); }
+  RangeList& Hours() { return *hours_; }
+  RangeList* TakeHours();
 
  private:
+  template <class T>
+  static TList<T>* Take(TList<T>*& list) {
+    TList<T>* taken = list;
+    list = new TList<T>;
+    return taken;
+  }
   int ParseFile(FWFile& file);
   int ParseLoadFile(FWFile& load_file);
   int CompileStages(std::ostream& out);
@@ -77,6 +90,7 @@ class Configuration {
   TList<int>* discriminator_parameters_;
   TList<unsigned>* address_words_;
   TList<DayOfWeek>* days_;
+  RangeList* hours_;
 };
 
 // The one configuration of the run; the grammar actions reach the object

@@ -5,10 +5,12 @@
 
 #include <iostream>
 
+#include "crypto/certificate_list.h"
 #include "model/address.h"
 #include "model/address_list.h"
 #include "model/sorted_entity_list.h"
 #include "model/time.h"
+#include "support/fwi18n.h"
 #include "screen/ferrowall.h"
 
 namespace {
@@ -107,10 +109,12 @@ void Registry::Create(Config_Objects kind, Entity* object) {
   TList_Cell<Entity>* old = object->FindSelfCell(*list, 0);
   if (old == nullptr) {
     list->Append(*object);
-    return;
+  } else {
+    if (kind == CO_CERTIFICATE) mIKEy_del(*old->Data());
+    list->Append(*object, old);
+    list->Delete_Data_Cell(old);
   }
-  list->Append(*object, old);
-  list->Delete_Data_Cell(old);
+  if (kind == CO_CERTIFICATE) mIKEy_add(*object, 0);
 }
 
 void Registry::Delete(Config_Objects kind, Entity* object) {
@@ -119,7 +123,12 @@ void Registry::Delete(Config_Objects kind, Entity* object) {
   std::vector<TList<Entity>*> lists;
   if (kind == CO_INTERFACE) lists = InterfaceListsForEditing();
   else if (TList<Entity>* list = TypeToList(kind)) lists = {list};
-  for (TList<Entity>* list : lists) object->DeleteSelf(*list);
+  for (TList<Entity>* list : lists) {
+    TList_Cell<Entity>* cell = object->FindSelfCell(*list, 0);
+    if (cell == nullptr) continue;
+    if (list == certificates_) mIKEy_del(*cell->Data());
+    list->Delete_Data_Cell(cell);
+  }
 }
 
 void Registry::Rename(Config_Objects kind, const char* old_name, const char* new_name, const char* screen) {
@@ -134,7 +143,9 @@ void Registry::Rename(Config_Objects kind, const char* old_name, const char* new
     Dirty(1);
     TList_Cell<Entity>* taken = new_key.FindSelfCell(*list, 0);
     if (taken != nullptr && taken->Data() != object) list->Delete_Data_Cell(taken);
+    if (list == certificates_) mIKEy_del(*object);
     object->Name(new_name);
+    if (list == certificates_) mIKEy_add(*object, 0);
   }
 }
 
@@ -286,6 +297,57 @@ void Registry::CleanUp() {
     for (TList_Cell<Entity>* cell = list->Head(); cell != nullptr; cell = cell->Next()) cell->Data()->CleanUp();
   Address::ResetUniqueId();
   Time::ResetUniqueId();
+}
+
+namespace {
+
+struct SpecialCertificate {
+  const char* name;
+  const char* comment;
+};
+
+// In the order of Registry::ike_special_.
+const SpecialCertificate kSpecialCertificates[2] = {
+    {"IKE root CA certificates", "RESERVED: list of root CA certificates"},
+    {"IKE manually verified certificates", "RESERVED: list of verified/trusted certificates"}};
+
+bool SingleIke(Certificate& certificate) { return certificate.Type() == 0 && certificate.IPsecType() == IPSEC_IKE; }
+
+}  // namespace
+
+void Registry::mIKEy_add(Entity& entity, int parsing) {
+  Certificate& certificate = static_cast<Certificate&>(entity);
+  for (int special = 0; special < 2; ++special) {
+    if (certificate.Screen() != nullptr || ike_special_[special]) continue;
+    if (strcmp(certificate.Name(), kSpecialCertificates[special].name) != 0) continue;
+    if (!SingleIke(certificate) && certificate.Type() != 1) {
+      std::cerr << fwi18n_text(48, 1, "Warning: special certificate name overloaded: \"") << certificate.Name() << '"'
+                << std::endl;
+    } else {
+      ike_special_[special] = 1;
+      ike_in_use_ = 1;
+    }
+    break;
+  }
+  if (SingleIke(certificate)) ike_in_use_ = 1;
+  if (!ike_in_use_ || parsing) return;
+  for (int special = 0; special < 2; ++special) {
+    if (ike_special_[special]) continue;
+    const SpecialCertificate& missing = kSpecialCertificates[special];
+    std::cerr << fwi18n_text(48, 2, "Note: adding empty special certificate: \"") << missing.name << '"' << std::endl;
+    Certificates(*new CertificateList(missing.name, IPSEC_UNKNOWN, nullptr, nullptr, nullptr, missing.comment));
+    ike_special_[special] = 1;
+  }
+}
+
+void Registry::mIKEy_del(Entity& certificate) {
+  if (certificate.Screen() != nullptr) return;
+  for (int special = 0; special < 2; ++special) {
+    if (ike_special_[special] && strcmp(certificate.Name(), kSpecialCertificates[special].name) == 0) {
+      ike_special_[special] = 0;
+      ike_in_use_ = 1;
+    }
+  }
 }
 
 int Registry::Verify(Ferrowall*, std::ostream&) { return 0; }

@@ -123,6 +123,16 @@ class Registry : public Entity {
   void Enumerate(Config_Objects kind, const char* name, const char* screen) const;
   void EnumerateName(Config_Objects kind) const;
 
+  // Keeps the marks of the two special IKE certificate groups ("IKE root CA
+  // certificates", "IKE manually verified certificates") and of IKE
+  // certificates in use up to date as certificates come and go.  Outside
+  // parsing, a missing special group is added empty once IKE is in use.
+  void mIKEy_add(Entity& certificate, int parsing);
+  void mIKEy_del(Entity& certificate);
+  int IKERootCertificates() const { return ike_special_[0]; }
+  int IKETrustedCertificates() const { return ike_special_[1]; }
+  int IKEInUse() const { return ike_in_use_; }
+
   // Keeps of `list` what the compiled screen sees: general objects, and the
   // objects bound to its virtual name, which replace general ones of the
   // same name.  Objects of other screens are deleted.
@@ -194,6 +204,9 @@ class Registry : public Entity {
   TList<char>* alien_data_;
   Interface* reverse_admin_ = nullptr;
   Interface* reverse_gwy_ = nullptr;
+  // Whether the root and the trusted special group exist.
+  int ike_special_[2] = {0, 0};
+  int ike_in_use_ = 0;
   int dirty_ = 0;
   int version_ = 0;
   FWFile* file_ = nullptr;

@@ -62,7 +62,7 @@ TEST_F(CommandLineTest, InputNotFound) {
 
 TEST_F(CommandLineTest, SyntaxErrorNamesTheFirstToken) {
   EXPECT_EQ(run.Run("-s gate -f words.conf"), 241);
-  EXPECT_EQ(run.Err(), "parse error near token first.\nparse error.\n");
+  EXPECT_EQ(run.Err(), "parse error near token second.\nparse error.\n");
 }
 
 TEST_F(CommandLineTest, UnclosedStringIsASyntaxErrorNotAHang) {

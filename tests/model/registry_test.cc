@@ -140,3 +140,26 @@ TEST(RegistryUniqueTimesTest, ThirtyOneTimesInUseAreTheLimit) {
 }
 
 }  // namespace
+
+#include "crypto/certificate_list.h"
+
+namespace {
+
+TEST(RegistrySpecialCertificatesTest, EditingAddsMissingGroupsOnceIkeIsInUse) {
+  Registry registry;
+  testing::internal::CaptureStderr();
+  registry.Create(CO_CERTIFICATE, new Certificate("gate", IPSEC_IKE, 0, "CN=gate", nullptr, nullptr, nullptr));
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "Note: adding empty special certificate: \"IKE root CA certificates\"\n"
+            "Note: adding empty special certificate: \"IKE manually verified certificates\"\n");
+  EXPECT_EQ(Names(registry.Certificates()), "gate IKE root CA certificates IKE manually verified certificates ");
+
+  testing::internal::CaptureStderr();
+  registry.Create(CO_CERTIFICATE,
+                  new Certificate("IKE root CA certificates", IPSEC_SKIP, 1, "x", nullptr, nullptr, nullptr));
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "Warning: special certificate name overloaded: \"IKE root CA certificates\"\n"
+            "Note: adding empty special certificate: \"IKE root CA certificates\"\n");
+}
+
+}  // namespace

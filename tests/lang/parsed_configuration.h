@@ -1,0 +1,43 @@
+// Parses a configuration text held in memory into a fresh Configuration,
+// published in Config as the parser expects, and keeps what the parser
+// said on stderr.
+#ifndef FW_TESTS_LANG_PARSED_CONFIGURATION_H
+#define FW_TESTS_LANG_PARSED_CONFIGURATION_H
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "driver/configuration.h"
+#include "driver/fw_file.h"
+#include "lang/parser.h"
+#include "lang/scanner.h"
+#include "model/registry.h"
+
+struct ParsedConfiguration {
+  explicit ParsedConfiguration(const std::string& text) : config(new FWFile(nullptr, nullptr)) {
+    Config = &config;
+    FILE* stream = fmemopen(const_cast<char*>(text.data()), text.size(), "r");
+    yyrestart(stream);
+    testing::internal::CaptureStderr();
+    result = yyparse();
+    err = testing::internal::GetCapturedStderr();
+    fclose(stream);
+    Config = nullptr;
+  }
+  Registry& registry() { return *config.TheRegistry(); }
+  // The object of `name` in `list`, as the tests expect it to be made.
+  template <class T>
+  T* Find(const TList<Entity>& list, const char* name, const char* screen = nullptr) {
+    Entity key(name, screen, nullptr, 0);
+    return dynamic_cast<T*>(key.FindSelf(list, 0));
+  }
+
+  Configuration config;
+  int result;
+  std::string err;
+};
+
+#endif
