@@ -1,0 +1,18 @@
+#include "services/discriminator.h"
+
+#include "services/int_list.h"
+
+Discriminator::Discriminator(unsigned long start, unsigned long end, int all, TList<int>* params,
+                             int broadcast)
+    : range_(static_cast<uint32_t>(start), static_cast<uint32_t>(end), RT_NUMBER, RS_ADDRESSES),
+      params_(params != nullptr ? params : new TList<int>),
+      all_(all),
+      broadcast_(broadcast) {}
+
+Discriminator::Discriminator(const Discriminator& other)
+    : range_(other.range_),
+      params_(int_list_copy(*other.params_)),
+      all_(other.all_),
+      broadcast_(other.broadcast_) {}
+
+Discriminator::~Discriminator() { int_list_free(params_); }
