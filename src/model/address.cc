@@ -2,11 +2,12 @@
 
 #include <algorithm>
 #include <cstring>
-#include <iostream>
 #include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "model/reference_line.h"
 
 int Address::unique_id_counter_ = 0;
 
@@ -287,15 +288,10 @@ std::ostream& Address::DumpRanges(std::ostream& out, const char* prefix, int cou
   return out;
 }
 
-void Address::PrintReference() const {
-  if (Screen() != nullptr) std::cout << "SCREEN \"" << Screen() << "\" ";
-  std::cout << "ADDRESS \"" << Name() << '"' << std::endl;
-}
-
 int Address::Refer(Config_Objects kind, const char* name, int print) const {
   if (kind != CO_SCREEN || name == nullptr || Screen() == nullptr || strcmp(Screen(), name) != 0)
     return 0;
-  if (print) PrintReference();
+  if (print) reference_line_print(*this, "ADDRESS");
   return 1;
 }
 

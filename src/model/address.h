@@ -87,8 +87,6 @@ class Address : public Entity {
  protected:
   // Takes the set back to empty.
   void ClearRanges();
-  // The line that names this object in a list of references.
-  void PrintReference() const;
 
  private:
   struct Slot {

@@ -1,5 +1,7 @@
 #include "model/address_list.h"
 
+#include "model/reference_line.h"
+
 namespace {
 
 TList<Entity>* list_or_empty(TList<Entity>* list) {
@@ -88,7 +90,7 @@ int AddressList::Refer(Config_Objects kind, const char* name, int print) const {
   if (kind == CO_SCREEN) return Address::Refer(kind, name, print);
   if (kind != CO_ADDRESS || name == nullptr) return 0;
   if (!Refer_List(*include_names_, name) && !Refer_List(*exclude_names_, name)) return 0;
-  if (print) PrintReference();
+  if (print) reference_line_print(*this, "ADDRESS");
   return 1;
 }
 
