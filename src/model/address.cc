@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "model/reference_line.h"
+#include "model/entity_text.h"
 
 int Address::unique_id_counter_ = 0;
 
@@ -291,7 +291,7 @@ std::ostream& Address::DumpRanges(std::ostream& out, const char* prefix, int cou
 int Address::Refer(Config_Objects kind, const char* name, int print) const {
   if (kind != CO_SCREEN || name == nullptr || Screen() == nullptr || strcmp(Screen(), name) != 0)
     return 0;
-  if (print) reference_line_print(*this, "ADDRESS");
+  if (print) entity_text_reference(*this, "ADDRESS");
   return 1;
 }
 
@@ -305,4 +305,21 @@ int Address::Match(const char* screen, const char* name, const char* type, int e
     if (wanted != type_) return 0;
   }
   return Entity::Match(screen, name, type, exact);
+}
+
+std::ostream& Address::Enumerate(std::ostream& out, Enumerate_Type type) const {
+  const Range* first = ranges_->Empty() ? nullptr : ranges_->Head()->Data();
+  entity_text_head(out, *this, type) << (first != nullptr && first->Start() == first->End() ? "HOST" : "RANGE");
+  if (type == ENUM_FULL) {
+    if (first != nullptr) first->Enumerate(out << ' ');
+    entity_text_comment(out, *this);
+  }
+  return out << '\n';
+}
+
+std::ostream& Address::Print(std::ostream& out) const {
+  if (inline_) return out << Name() << '\t';
+  out << '"' << Name() << "\"\tADDRESS\t";
+  if (!ranges_->Empty()) ranges_->Head()->Data()->Print(out);
+  return entity_text_tail(out, *this);
 }

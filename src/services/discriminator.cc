@@ -16,3 +16,23 @@ Discriminator::Discriminator(const Discriminator& other)
       broadcast_(other.broadcast_) {}
 
 Discriminator::~Discriminator() { int_list_free(params_); }
+
+std::ostream& Discriminator::Print(std::ostream& out) const {
+  if (all_) out << " * ";
+  else range_.Print(out);
+  if (broadcast_) out << "\tBROADCAST";
+  if (params_->Empty()) return out;
+  out << "\tPARAMS\t( ";
+  for (TList_Cell<int>* cell = params_->Head(); cell != nullptr; cell = cell->Next()) out << *cell->Data() << ' ';
+  return out << " )";
+}
+
+std::ostream& Discriminator::Enumerate(std::ostream& out) const {
+  out << (broadcast_ ? " BROADCAST " : " PORT ");
+  if (all_) out << '*';
+  else range_.Enumerate(out);
+  if (params_->Empty()) return out;
+  out << " PARAMETERS ";
+  for (TList_Cell<int>* cell = params_->Head(); cell != nullptr; cell = cell->Next()) out << ' ' << *cell->Data();
+  return out;
+}

@@ -6,6 +6,8 @@
 #ifndef FW_SERVICES_DISCRIMINATOR_H
 #define FW_SERVICES_DISCRIMINATOR_H
 
+#include <ostream>
+
 #include "model/range.h"
 #include "model/t_list.h"
 
@@ -21,6 +23,11 @@ class Discriminator {
   const TList<int>& Params() const { return *params_; }
   int All() const { return all_; }
   int Broadcast() const { return broadcast_; }
+
+  // The value as written, with BROADCAST and PARAMS when set.
+  std::ostream& Print(std::ostream& out) const;
+  // The listing form: BROADCAST or PORT, the value, the parameters.
+  std::ostream& Enumerate(std::ostream& out) const;
 
  private:
   Range range_;

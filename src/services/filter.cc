@@ -79,3 +79,17 @@ TList<FilterParams>* Filter::GenerateFilterParams() const {
   }
   return sets;
 }
+
+std::ostream& Filter::Print(std::ostream& out) const {
+  out << '\t' << EngineName() << '\t';
+  for (TList_Cell<Discriminator>* cell = discriminators_->Head(); cell != nullptr; cell = cell->Next())
+    cell->Data()->Print(out) << ' ';
+  return out;
+}
+
+std::ostream& Filter::Enumerate(std::ostream& out, Filter_Direction direction) const {
+  out << (direction == FD_REVERSE ? " REVERSE" : " FORWARD") << " \"" << EngineName() << '"';
+  for (TList_Cell<Discriminator>* cell = discriminators_->Head(); cell != nullptr; cell = cell->Next())
+    cell->Data()->Enumerate(out);
+  return out;
+}

@@ -34,6 +34,11 @@ class Filter {
   // flag.  Empty while the engine is unresolved.
   TList<FilterParams>* GenerateFilterParams() const;
 
+  // The engine name and the discriminators, as a service statement holds them.
+  std::ostream& Print(std::ostream& out) const;
+  // The listing form, with the direction the service gives the filter.
+  std::ostream& Enumerate(std::ostream& out, Filter_Direction direction) const;
+
  private:
   StateEngine* state_engine_;
   StateEngine* engine_resolved_;

@@ -3,7 +3,7 @@
 #include <cstring>
 #include <string>
 
-#include "model/reference_line.h"
+#include "model/entity_text.h"
 
 namespace {
 
@@ -364,7 +364,7 @@ int Service::Refer(Config_Objects kind, const char* name, int print) const {
       for (TList_Cell<Filter>* cell = filters ? filters->Head() : nullptr; cell && !hit; cell = cell->Next())
         hit = cell->Data()->Refer(name, 0);
   }
-  if (hit && print) reference_line_print(*this, "SERVICE");
+  if (hit && print) entity_text_reference(*this, "SERVICE");
   return hit;
 }
 
@@ -415,4 +415,38 @@ int Service::Match(const char* screen, const char* name, const char* type, int e
     if (wanted != type_) return 0;
   }
   return Entity::Match(screen, name, type, exact);
+}
+
+std::ostream& Service::Enumerate(std::ostream& out, Enumerate_Type type) const {
+  bool builtin_all = is_word(Name(), "*");
+  entity_text_head(out, *this, type) << (type_ == SERVICE_GROUP || builtin_all ? "GROUP" : "SINGLE");
+  if (type != ENUM_FULL || builtin_all) return out << '\n';
+  if (type_ == SERVICE_GROUP) {
+    for (TList_Cell<Entity>* cell = input_services_ ? input_services_->Head() : nullptr; cell; cell = cell->Next())
+      out << " \"" << cell->Data()->Name() << '"';
+  } else {
+    for (TList_Cell<Filter>* cell = input_filters_ ? input_filters_->Head() : nullptr; cell; cell = cell->Next())
+      cell->Data()->Enumerate(out, FD_FORWARD);
+    for (TList_Cell<Filter>* cell = input_reverse_filters_ ? input_reverse_filters_->Head() : nullptr; cell;
+         cell = cell->Next())
+      cell->Data()->Enumerate(out, FD_REVERSE);
+  }
+  return entity_text_comment(out, *this) << '\n';
+}
+
+std::ostream& Service::Print(std::ostream& out) const {
+  out << '"' << Name() << '"';
+  if (type_ == SERVICE_GROUP) {
+    out << "\tSERVICE_GROUP";
+    for (TList_Cell<Entity>* cell = input_services_ ? input_services_->Head() : nullptr; cell; cell = cell->Next())
+      out << "\t\"" << cell->Data()->Name() << '"';
+  } else {
+    out << "\tSERVICE";
+    for (TList_Cell<Filter>* cell = input_filters_ ? input_filters_->Head() : nullptr; cell; cell = cell->Next())
+      cell->Data()->Print(out);
+    for (TList_Cell<Filter>* cell = input_reverse_filters_ ? input_reverse_filters_->Head() : nullptr; cell;
+         cell = cell->Next())
+      cell->Data()->Print(out << " REVERSE ");
+  }
+  return entity_text_tail(out, *this);
 }

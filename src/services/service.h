@@ -102,6 +102,11 @@ class Service : public Entity {
   Entity* Reduce() override;
   int Member(const char* name, int remove, int second) override;
   int Match(const char* screen, const char* name, const char* type, int exact) const override;
+  // SINGLE or GROUP, and in a full line the filters or the members and the
+  // comment; the built-in "*" shows no more than its kind.
+  std::ostream& Enumerate(std::ostream& out, Enumerate_Type type) const override;
+  // The SERVICE or SERVICE_GROUP statement.
+  std::ostream& Print(std::ostream& out) const override;
 
  private:
   // A new single service whose Filters are `sets`, which it takes.

@@ -34,3 +34,20 @@ int StateEngine::Resolve(Config_Objects kind, TList<Entity>& list, std::ostream&
 int StateEngine::SubtypeOf(const StateEngine& other) const {
   return class_ == other.class_ && subclass_ <= other.subclass_;
 }
+
+std::ostream& StateEngine::Enumerate(std::ostream& out, Enumerate_Type type) const {
+  Entity::Enumerate(out, type);
+  if (type == ENUM_FULL) out << ' ' << label_ << ' ' << param_number_;
+  return out << '\n';
+}
+
+std::ostream& StateEngine::Print(std::ostream& out) const {
+  out << '"' << Name() << "\"\tSTATE_ENGINE\t\"" << internal_.Name() << "\" \"" << label_ << '"';
+  if (forward_) out << "\tFORWARD";
+  if (reverse_) out << "\tREVERSE";
+  out << '\t' << class_ << '\t' << subclass_ << "\t0x" << std::hex << max_value_ << std::dec << '\t'
+      << param_number_ << '\t';
+  for (TList_Cell<int>* cell = default_params_->Head(); cell != nullptr; cell = cell->Next())
+    out << *cell->Data() << ' ';
+  return out;
+}

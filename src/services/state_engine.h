@@ -41,6 +41,11 @@ class StateEngine : public Entity {
   // Same class and a rank not above the other's.
   int SubtypeOf(const StateEngine& other) const;
 
+  // The name line, and in a full line the label and the parameter count.
+  std::ostream& Enumerate(std::ostream& out, Enumerate_Type type) const override;
+  // The STATE_ENGINE statement, the largest value in hexadecimal.
+  std::ostream& Print(std::ostream& out) const override;
+
  private:
   StateEngineInternal internal_;
   StateEngineInternal* resolved_internal_;

@@ -15,6 +15,9 @@ class StateEngineInternal : public Entity {
   int UniqueID() const { return unique_id_; }
   static void ResetUniqueId();
 
+  std::ostream& Enumerate(std::ostream& out, Enumerate_Type type) const override;
+  std::ostream& Print(std::ostream& out) const override;
+
  private:
   int unique_id_;
 
