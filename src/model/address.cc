@@ -15,11 +15,6 @@ namespace {
 
 bool is_word(const char* text, const char* word) { return strcmp(text, word) == 0; }
 
-// The name of a derived set: both names joined by the operator's sign.
-std::string joined_name(const Address& left, const char* sign, const Address& right) {
-  return std::string(left.Name()) + sign + right.Name();
-}
-
 // An inline address is named by the text it was written as.
 std::string inline_name(const simplerange* range) {
   return range != nullptr ? Range(range).toString() : std::string();
@@ -225,7 +220,7 @@ bool Address::Equal(const Address& other) const {
 Address* Address::Intersection(Address& other) {
   if (&other == this || SubsetOf(other)) return this;
   if (other.SubsetOf(*this)) return &other;
-  Address* common = new Address(joined_name(*this, " ^ ", other).c_str(), nullptr, nullptr,
+  Address* common = new Address(entity_text_joined(*this, " ^ ", other).c_str(), nullptr, nullptr,
                                 ADDRESS_SINGLE);
   if (!Intersects(other)) return common;
   for (TList_Cell<Range>* cell = ranges_->Head(); cell != nullptr; cell = cell->Next()) {
@@ -241,7 +236,7 @@ Address* Address::Intersection(Address& other) {
 Address* Address::Exclusion(const Address& other) {
   if (!Intersects(other)) return this;
   if (Equal(other)) return nullptr;
-  Address* rest = new Address(joined_name(*this, " - ", other).c_str(), nullptr, nullptr,
+  Address* rest = new Address(entity_text_joined(*this, " - ", other).c_str(), nullptr, nullptr,
                               ADDRESS_SINGLE);
   rest->Include(*this);
   rest->Exclude(other);
@@ -251,7 +246,7 @@ Address* Address::Exclusion(const Address& other) {
 Address* Address::Merge(Address& other) {
   if (&other == this || other.SubsetOf(*this)) return this;
   if (SubsetOf(other)) return &other;
-  Address* both = new Address(joined_name(*this, " + ", other).c_str(), nullptr, nullptr,
+  Address* both = new Address(entity_text_joined(*this, " + ", other).c_str(), nullptr, nullptr,
                               ADDRESS_SINGLE);
   both->Include(*this);
   both->Include(other);

@@ -17,6 +17,10 @@ std::ostream& entity_text_comment(std::ostream& out, const Entity& entity) {
   return out;
 }
 
+std::string entity_text_joined(const Entity& left, const char* sign, const Entity& right) {
+  return std::string(left.Name()) + sign + right.Name();
+}
+
 void entity_text_reference(const Entity& entity, const char* kind_word) {
   if (entity.Screen() != nullptr) std::cout << "SCREEN \"" << entity.Screen() << "\" ";
   std::cout << kind_word << " \"" << entity.Name() << '"' << std::endl;

@@ -5,6 +5,7 @@
 #define FW_MODEL_ENTITY_TEXT_H
 
 #include <ostream>
+#include <string>
 
 #include "model/entity.h"
 
@@ -15,6 +16,9 @@ std::ostream& entity_text_head(std::ostream& out, const Entity& entity, Enumerat
 std::ostream& entity_text_tail(std::ostream& out, const Entity& entity);
 // The comment of a full listing line, behind a blank.
 std::ostream& entity_text_comment(std::ostream& out, const Entity& entity);
+// The name of an object derived from two others: both names joined by the
+// operation's sign.
+std::string entity_text_joined(const Entity& left, const char* sign, const Entity& right);
 // The screen (when set), the kind word and the name, as one line on the
 // standard output.
 void entity_text_reference(const Entity& entity, const char* kind_word);

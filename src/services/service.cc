@@ -44,10 +44,6 @@ bool same_key(const FilterParams& a, const FilterParams& b) {
   return a.SameEngineAndParams(b) && a.Broadcast() == b.Broadcast() && a.Direction() == b.Direction();
 }
 
-std::string joined_name(const Entity& left, const char* sign, const Entity& right) {
-  return std::string(left.Name()) + sign + right.Name();
-}
-
 std::string suffixed_name(const Entity& service, const char* suffix) {
   return std::string(service.Name()) + suffix;
 }
@@ -164,7 +160,7 @@ TList<FilterParams>* Service::Intersection(const FilterParams& set) const {
 Service* Service::Intersection(Service& other) {
   if (&other == this || SubsetOf(other)) return this;
   if (other.SubsetOf(*this)) return &other;
-  Service* common = new Service(joined_name(*this, " ^ ", other).c_str(), nullptr, nullptr);
+  Service* common = new Service(entity_text_joined(*this, " ^ ", other).c_str(), nullptr, nullptr);
   if (!Intersects(other)) return common;
   for (TList_Cell<FilterParams>* cell = filters_->Head(); cell != nullptr; cell = cell->Next()) {
     TList<FilterParams>* pieces = other.Intersection(*cell->Data());
@@ -178,7 +174,7 @@ Service* Service::Intersection(Service& other) {
 Service* Service::Exclusion(Service& other) {
   if (!Intersects(other)) return this;
   if (Equal(other)) return nullptr;
-  Service* rest = new Service(joined_name(*this, " - ", other).c_str(), nullptr, nullptr);
+  Service* rest = new Service(entity_text_joined(*this, " - ", other).c_str(), nullptr, nullptr);
   rest->Include(*this);
   rest->Exclude(other);
   return rest;
@@ -186,7 +182,7 @@ Service* Service::Exclusion(Service& other) {
 
 Service* Service::Merge(Service& other) {
   if (&other == this || Equal(other)) return this;
-  Service* both = new Service(joined_name(*this, " + ", other).c_str(), nullptr, nullptr);
+  Service* both = new Service(entity_text_joined(*this, " + ", other).c_str(), nullptr, nullptr);
   both->Include(*this);
   both->Include(other);
   return both;
