@@ -2,22 +2,18 @@
 
 #include <algorithm>
 #include <cstring>
-#include <iostream>
 #include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "model/entity_text.h"
 
 int Address::unique_id_counter_ = 0;
 
 namespace {
 
 bool is_word(const char* text, const char* word) { return strcmp(text, word) == 0; }
-
-// The name of a derived set: both names joined by the operator's sign.
-std::string joined_name(const Address& left, const char* sign, const Address& right) {
-  return std::string(left.Name()) + sign + right.Name();
-}
 
 // An inline address is named by the text it was written as.
 std::string inline_name(const simplerange* range) {
@@ -224,7 +220,7 @@ bool Address::Equal(const Address& other) const {
 Address* Address::Intersection(Address& other) {
   if (&other == this || SubsetOf(other)) return this;
   if (other.SubsetOf(*this)) return &other;
-  Address* common = new Address(joined_name(*this, " ^ ", other).c_str(), nullptr, nullptr,
+  Address* common = new Address(entity_text_joined(*this, " ^ ", other).c_str(), nullptr, nullptr,
                                 ADDRESS_SINGLE);
   if (!Intersects(other)) return common;
   for (TList_Cell<Range>* cell = ranges_->Head(); cell != nullptr; cell = cell->Next()) {
@@ -240,7 +236,7 @@ Address* Address::Intersection(Address& other) {
 Address* Address::Exclusion(const Address& other) {
   if (!Intersects(other)) return this;
   if (Equal(other)) return nullptr;
-  Address* rest = new Address(joined_name(*this, " - ", other).c_str(), nullptr, nullptr,
+  Address* rest = new Address(entity_text_joined(*this, " - ", other).c_str(), nullptr, nullptr,
                               ADDRESS_SINGLE);
   rest->Include(*this);
   rest->Exclude(other);
@@ -250,7 +246,7 @@ Address* Address::Exclusion(const Address& other) {
 Address* Address::Merge(Address& other) {
   if (&other == this || other.SubsetOf(*this)) return this;
   if (SubsetOf(other)) return &other;
-  Address* both = new Address(joined_name(*this, " + ", other).c_str(), nullptr, nullptr,
+  Address* both = new Address(entity_text_joined(*this, " + ", other).c_str(), nullptr, nullptr,
                               ADDRESS_SINGLE);
   both->Include(*this);
   both->Include(other);
@@ -287,15 +283,10 @@ std::ostream& Address::DumpRanges(std::ostream& out, const char* prefix, int cou
   return out;
 }
 
-void Address::PrintReference() const {
-  if (Screen() != nullptr) std::cout << "SCREEN \"" << Screen() << "\" ";
-  std::cout << "ADDRESS \"" << Name() << '"' << std::endl;
-}
-
 int Address::Refer(Config_Objects kind, const char* name, int print) const {
   if (kind != CO_SCREEN || name == nullptr || Screen() == nullptr || strcmp(Screen(), name) != 0)
     return 0;
-  if (print) PrintReference();
+  if (print) entity_text_reference(*this, "ADDRESS");
   return 1;
 }
 
@@ -309,4 +300,21 @@ int Address::Match(const char* screen, const char* name, const char* type, int e
     if (wanted != type_) return 0;
   }
   return Entity::Match(screen, name, type, exact);
+}
+
+std::ostream& Address::Enumerate(std::ostream& out, Enumerate_Type type) const {
+  const Range* first = ranges_->Empty() ? nullptr : ranges_->Head()->Data();
+  entity_text_head(out, *this, type) << (first != nullptr && first->Start() == first->End() ? "HOST" : "RANGE");
+  if (type == ENUM_FULL) {
+    if (first != nullptr) first->Enumerate(out << ' ');
+    entity_text_comment(out, *this);
+  }
+  return out << '\n';
+}
+
+std::ostream& Address::Print(std::ostream& out) const {
+  if (inline_) return out << Name() << '\t';
+  out << '"' << Name() << "\"\tADDRESS\t";
+  if (!ranges_->Empty()) ranges_->Head()->Data()->Print(out);
+  return entity_text_tail(out, *this);
 }

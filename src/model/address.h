@@ -83,12 +83,14 @@ class Address : public Entity {
 
   int Refer(Config_Objects kind, const char* name, int print) const override;
   int Match(const char* screen, const char* name, const char* type, int exact) const override;
+  // HOST or RANGE, and in a full line the range and the comment.
+  std::ostream& Enumerate(std::ostream& out, Enumerate_Type type) const override;
+  // The ADDRESS statement; an inline address writes its bare text.
+  std::ostream& Print(std::ostream& out) const override;
 
  protected:
   // Takes the set back to empty.
   void ClearRanges();
-  // The line that names this object in a list of references.
-  void PrintReference() const;
 
  private:
   struct Slot {

@@ -1,5 +1,7 @@
 #include "model/address_list.h"
 
+#include "model/entity_text.h"
+
 namespace {
 
 TList<Entity>* list_or_empty(TList<Entity>* list) {
@@ -19,6 +21,19 @@ void for_each_reduced(TList<Entity>* members, Apply apply) {
   if (members == nullptr) return;
   for (TList_Cell<Entity>* cell = members->Head(); cell != nullptr; cell = cell->Next())
     if (Address* member = dynamic_cast<Address*>(cell->Data()->Reduce())) apply(*member);
+}
+
+std::ostream& enumerate_names(std::ostream& out, const TList<Entity>& names) {
+  out << " {";
+  for (TList_Cell<Entity>* cell = names.Head(); cell != nullptr; cell = cell->Next())
+    out << " \"" << cell->Data()->Name() << '"';
+  return out << " }";
+}
+
+std::ostream& print_names(std::ostream& out, const TList<Entity>& names, const char* mark) {
+  for (TList_Cell<Entity>* cell = names.Head(); cell != nullptr; cell = cell->Next())
+    out << '\t' << mark << '"' << cell->Data()->Name() << '"';
+  return out;
 }
 
 }  // namespace
@@ -88,7 +103,7 @@ int AddressList::Refer(Config_Objects kind, const char* name, int print) const {
   if (kind == CO_SCREEN) return Address::Refer(kind, name, print);
   if (kind != CO_ADDRESS || name == nullptr) return 0;
   if (!Refer_List(*include_names_, name) && !Refer_List(*exclude_names_, name)) return 0;
-  if (print) PrintReference();
+  if (print) entity_text_reference(*this, "ADDRESS");
   return 1;
 }
 
@@ -116,4 +131,21 @@ int AddressList::Member(const char* name, int remove, int second) {
   if (remove) placeholder.DeleteSelf(names);
   else if (placeholder.FindSelf(names, 0) == nullptr) names.Append(*new Entity(name, nullptr, nullptr, 0));
   return 0;
+}
+
+std::ostream& AddressList::Enumerate(std::ostream& out, Enumerate_Type type) const {
+  entity_text_head(out, *this, type) << "GROUP";
+  if (type == ENUM_FULL) {
+    enumerate_names(out, *include_names_);
+    enumerate_names(out, *exclude_names_);
+    entity_text_comment(out, *this);
+  }
+  return out << '\n';
+}
+
+std::ostream& AddressList::Print(std::ostream& out) const {
+  out << '"' << Name() << "\"\tADDRESS";
+  print_names(out, *include_names_, "");
+  print_names(out, *exclude_names_, "!");
+  return entity_text_tail(out, *this);
 }

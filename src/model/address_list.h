@@ -34,6 +34,10 @@ class AddressList : public Address {
   Entity* Reduce() override;
   // Edits the include names, or with `second` the exclude names.
   int Member(const char* name, int remove, int second) override;
+  // GROUP, and in a full line both name lists in braces and the comment.
+  std::ostream& Enumerate(std::ostream& out, Enumerate_Type type) const override;
+  // The ADDRESS statement with the includes, then the excludes behind "!".
+  std::ostream& Print(std::ostream& out) const override;
 
  private:
   // Asks each member, includes first, whether a walk from it reaches `start`.

@@ -35,6 +35,33 @@ enum Enumerate_Type {
   ENUM_SEARCH = 2   // a search result line: screen, name and kind
 };
 
+// The role of a network interface; it decides the family an interface
+// belongs to: admin (0), routing (2 and 3) or stealth (4).  A disabled
+// interface belongs to none.
+enum Interface_Type {
+  INTERFACE_ADMIN = 0,
+  INTERFACE_DISABLED = 1,
+  INTERFACE_GWY = 2,
+  INTERFACE_HA = 3,
+  INTERFACE_CLK = 4
+};
+
+// What is logged of the packets of a rule or an interface.
+enum Log_Type { LOG_NONE = 0, LOG_SUMMARY = 1, LOG_DETAIL = 2, LOG_DYNAMIC = 3, LOG_SESSION = 4 };
+
+// Whether a trap is sent.
+enum SNMP_Type { SNMP_NONE = 0, SNMP_TRAP = 1 };
+
+// The answer that a refused packet gets.
+enum ICMP_Type {
+  ICMP_NONE = 0,
+  ICMP_NET_UNREACHABLE = 1,
+  ICMP_HOST_UNREACHABLE = 2,
+  ICMP_PORT_UNREACHABLE = 3,
+  ICMP_NET_FORBIDDEN = 4,
+  ICMP_HOST_FORBIDDEN = 5
+};
+
 // The SKIP version whose algorithm lists a name is looked up in.
 enum Skip_Version { SKIP_V1 = 1, SKIP_V2 = 2 };
 

@@ -1,9 +1,250 @@
 #include "screen/ferrowall.h"
 
+#include <netinet/ether.h>
+
+#include <cstring>
+#include <iostream>
+
+#include "crypto/algorithm.h"
+#include "model/address.h"
+#include "model/registry.h"
+#include "screen/interface.h"
+#include "support/fwi18n.h"
+
+// Certificates join the build separately; until they do, the type check of
+// Resolve2 has nothing to ask.
+#if __has_include("crypto/certificate.h")
+#include "crypto/certificate.h"
+#define FW_HAVE_CERTIFICATES 1
+#endif
+
+namespace {
+
+const int kSet = 50;
+
+Entity* NewReference(const char* name) {
+  return name != nullptr ? new Entity(name, nullptr, nullptr, 0) : nullptr;
+}
+
+Algorithm* NewSkipAlgorithm(const char* name, screen_alg_type type) {
+  return name != nullptr ? new Algorithm(name, type, SKIP_V2) : nullptr;
+}
+
+unsigned char* NewEtherAddress(const char* text) {
+  if (text == nullptr) return nullptr;
+  const ether_addr* parsed = ether_aton(text);
+  if (parsed == nullptr) return nullptr;
+  unsigned char* bytes = new unsigned char[sizeof parsed->ether_addr_octet];
+  memcpy(bytes, parsed->ether_addr_octet, sizeof parsed->ether_addr_octet);
+  return bytes;
+}
+
+bool NamedAs(const Entity* reference, const char* name) {
+  return reference != nullptr && name != nullptr && strcmp(reference->Name(), name) == 0;
+}
+
+void Rename(Entity* reference, const char* old_name, const char* new_name) {
+  if (NamedAs(reference, old_name)) reference->Name(new_name);
+}
+
+// Links one placeholder to the object of its name in `list`: with scope
+// (`any` 0) or by name alone (`any` 1).  An absent placeholder is no error.
+template <class T>
+int Link(const Entity& self, const Entity* reference, TList<Entity>& list, int any, const char* word,
+         T** resolved, std::ostream& out) {
+  if (reference == nullptr) return 0;
+  Entity* found = reference->FindSelf(list, any);
+  *resolved = static_cast<T*>(found);
+  if (found != nullptr) return 0;
+  self.NotDefined(out, reference->Name(), word);
+  return 1;
+}
+
+}  // namespace
+
+Ferrowall::Ferrowall(const char* name, const FerrowallSettings& settings)
+    : Entity(name, nullptr, settings.comment, 0),
+      admin_ip_(settings.admin_ip),
+      ike_certificate_(NewReference(settings.ike_certificate)),
+      skip_certificate_(NewReference(settings.skip_certificate)),
+      key_algorithm_(NewSkipAlgorithm(settings.key_algorithm, ALG_KEY)),
+      data_algorithm_(NewSkipAlgorithm(settings.data_algorithm, ALG_DATA)),
+      mac_algorithm_(NewSkipAlgorithm(settings.mac_algorithm, ALG_MAC)),
+      compression_algorithm_(NewSkipAlgorithm(settings.compression_algorithm, ALG_COMPRESSION)),
+      ike_encryption_(NewReference(settings.ike_encryption)),
+      ike_hash_(NewReference(settings.ike_hash)),
+      ike_authentication_(NewReference(settings.ike_authentication)),
+      oakley_group_(settings.oakley_group),
+      tunnel_(NewReference(settings.tunnel)),
+      master_(NewReference(settings.master)),
+      timeout_(settings.timeout),
+      certificate_discovery_(settings.certificate_discovery),
+      dest_check_(settings.dest_check),
+      routing_(settings.routing),
+      dns_(settings.dns),
+      nis_(settings.nis),
+      log_size_(settings.log_size),
+      ha_primary_(settings.ha_primary),
+      ha_secondary_(settings.ha_secondary),
+      ha_ip_(settings.ha_ip),
+      ha_ether_(NewEtherAddress(settings.ha_ether)),
+      snmp_recipients_(settings.snmp_recipients),
+      snmp_timer_(settings.snmp_timer),
+      clk_network_(settings.stealth_network != nullptr ? new Range(settings.stealth_network) : nullptr) {}
+
 Ferrowall::Ferrowall(const char* name) : Entity(name, nullptr, nullptr, 0) {}
 
-int Ferrowall::FigureVirtualName(Registry&, std::ostream&) { return 0; }
+Ferrowall::~Ferrowall() {
+  delete admin_ip_;
+  for (Entity* owned : {ike_certificate_, skip_certificate_, ike_encryption_, ike_hash_,
+                        ike_authentication_, tunnel_, master_})
+    delete owned;
+  for (Algorithm* owned : {key_algorithm_, data_algorithm_, mac_algorithm_, compression_algorithm_})
+    delete owned;
+  delete[] ha_ether_;
+  if (snmp_recipients_ != nullptr) snmp_recipients_->Delete_Data();
+  delete snmp_recipients_;
+  delete clk_network_;
+  delete ha_hosts_;
+}
 
-int Ferrowall::Verify(Registry&, std::ostream&) { return 0; }
+int Ferrowall::ResolveAdminIP(TList<Entity>& list, std::ostream& out) {
+  if (admin_ip_ != nullptr && admin_ip_->Inline()) {
+    admin_ip_resolved_ = admin_ip_;
+    return 0;
+  }
+  return Link(*this, admin_ip_, list, 1, "ADDRESS", &admin_ip_resolved_, out);
+}
+
+int Ferrowall::Resolve(Config_Objects kind, TList<Entity>& list, std::ostream& out) {
+  switch (kind) {
+    case CO_SCREEN:
+      return Link(*this, master_, list, 0, "SCREEN", &master_resolved_, out);
+    case CO_ADDRESS:
+      return ResolveAdminIP(list, out) + Link(*this, tunnel_, list, 1, "ADDRESS", &tunnel_resolved_, out);
+    case CO_CERTIFICATE:
+      return Link(*this, ike_certificate_, list, 1, "CERTIFICATE", &ike_certificate_resolved_, out) +
+             Link(*this, skip_certificate_, list, 1, "CERTIFICATE", &skip_certificate_resolved_, out);
+    case CO_ALGORITHM:
+      return Link(*this, ike_authentication_, list, 0, "ALGORITHM", &ike_authentication_resolved_, out) +
+             Link(*this, ike_encryption_, list, 0, "ALGORITHM", &ike_encryption_resolved_, out) +
+             Link(*this, ike_hash_, list, 0, "ALGORITHM", &ike_hash_resolved_, out);
+    case CO_ALG_KEY:
+      return Link(*this, key_algorithm_, list, 0, "KEY ALGORITHM", &key_algorithm_resolved_, out);
+    case CO_ALG_DATA:
+      return Link(*this, data_algorithm_, list, 0, "DATA ALGORITHM", &data_algorithm_resolved_, out);
+    case CO_ALG_MAC:
+      return Link(*this, mac_algorithm_, list, 0, "MAC ALGORITHM", &mac_algorithm_resolved_, out);
+    case CO_ALG_COMP:
+      return Link(*this, compression_algorithm_, list, 0, "COMPRESSION ALGORITHM",
+                  &compression_algorithm_resolved_, out);
+    default:
+      return 0;
+  }
+}
+
+int Ferrowall::CheckCertificateType(const Entity* reference, Entity* resolved, [[maybe_unused]] int wanted,
+                                    [[maybe_unused]] const char* message,
+                                    [[maybe_unused]] std::ostream& out) const {
+  if (reference == nullptr || resolved == nullptr) return 0;
+#ifdef FW_HAVE_CERTIFICATES
+  if (static_cast<Certificate*>(resolved)->IPsecType() == wanted) return 0;
+  out << message << '"' << reference->Name() << '"' << std::endl;
+  return 1;
+#else
+  return 0;
+#endif
+}
+
+int Ferrowall::Resolve2(Config_Objects kind, TList<Entity>&, std::ostream& out) {
+  if (kind != CO_CERTIFICATE) return 0;
+  return CheckCertificateType(ike_certificate_, ike_certificate_resolved_, 3,
+                              fwi18n_text(kSet, 1, "Error: Screen refers to non-IKE Certificate type: "),
+                              out) +
+         CheckCertificateType(skip_certificate_, skip_certificate_resolved_, 1,
+                              fwi18n_text(kSet, 2, "Error: Screen refers to non-SKIP Certificate type: "),
+                              out);
+}
+
+int Ferrowall::Refer(Config_Objects kind, const char* name, int print) const {
+  bool refers = (kind == CO_SCREEN && NamedAs(master_, name)) ||
+                (kind == CO_ADDRESS && NamedAs(tunnel_, name)) ||
+                (kind == CO_CERTIFICATE && (NamedAs(ike_certificate_, name) || NamedAs(skip_certificate_, name)));
+  if (refers && print) std::cout << "SCREEN \"" << Name() << '"' << std::endl;
+  return refers;
+}
+
+void Ferrowall::RenameReference(Config_Objects kind, const char* old_name, const char* new_name) {
+  switch (kind) {
+    case CO_SCREEN:
+      Rename(master_, old_name, new_name);
+      break;
+    case CO_ADDRESS:
+      Rename(tunnel_, old_name, new_name);
+      break;
+    case CO_CERTIFICATE:
+      Rename(ike_certificate_, old_name, new_name);
+      Rename(skip_certificate_, old_name, new_name);
+      break;
+    default:
+      break;
+  }
+}
+
+int Ferrowall::FigureVirtualName(Registry&, std::ostream& out) {
+  if (!ha_secondary_) return 0;
+  if (master_ != nullptr && master_resolved_ == nullptr) virtual_name_ = master_->Name();
+  if (master_resolved_ != nullptr) virtual_name_ = master_resolved_->Name();
+  if (virtual_name_ != nullptr) return 0;
+  out << fwi18n_text(kSet, 3, "Error: HA Secondary with no Master") << std::endl;
+  return 1;
+}
+
+const char* Ferrowall::VirtualName() const { return virtual_name_ != nullptr ? virtual_name_ : Name(); }
+
+int Ferrowall::CountHAInterfaces(const Registry& registry) {
+  int count = 0;
+  for (TList_Cell<Entity>* cell = registry.GWYInterfaces().Head(); cell != nullptr; cell = cell->Next())
+    if (static_cast<Interface*>(cell->Data())->Type() == INTERFACE_HA) ++count;
+  return count;
+}
+
+int Ferrowall::Verify(Registry& registry, std::ostream& out) {
+  int ha_interfaces = CountHAInterfaces(registry);
+  const char* failure = nullptr;
+  if (ha_secondary_ && master_resolved_ == nullptr) {
+    failure = fwi18n_text(kSet, 3, "Error: HA Secondary with no Master");
+  } else if (ha_primary_ || ha_secondary_) {
+    if (ha_ip_ == 0)
+      failure = fwi18n_text(kSet, 4, "Error: HA Screen is missing HA_IP parameter.");
+    else if (ha_interfaces == 0)
+      failure = fwi18n_text(kSet, 5, "Error: HA enabled with no HA Interface defined.");
+    else if (ha_interfaces > 1)
+      failure = fwi18n_text(kSet, 6, "Error: HA enabled with multiple Interfaces defined.");
+  } else if (ha_interfaces > 0) {
+    failure = fwi18n_text(kSet, 7, "Error: HA not enabled but HA Interface(s) defined.");
+  }
+  if (failure != nullptr) {
+    out << failure << std::endl;
+    return 1;
+  }
+  if (ha_primary_ || ha_secondary_) {
+    const Ferrowall& primary = ha_primary_ ? *this : *master_resolved_;
+    delete ha_hosts_;
+    ha_hosts_ = primary.ComputeHA(registry.Screens());
+  }
+  return 0;
+}
+
+Address* Ferrowall::ComputeHA(const TList<Entity>& screens) const {
+  Address* hosts = new Address("HA_HOSTS", ha_ip_, nullptr, nullptr);
+  for (TList_Cell<Entity>* cell = screens.Head(); cell != nullptr; cell = cell->Next()) {
+    const Ferrowall& screen = *static_cast<Ferrowall*>(cell->Data());
+    if (strcmp(screen.Name(), Name()) == 0) continue;
+    if (screen.master_resolved_ != nullptr && strcmp(screen.master_resolved_->Name(), Name()) == 0)
+      hosts->Include(Range(screen.ha_ip_, screen.ha_ip_, RT_ADDRESS, RS_ADDRESSES));
+  }
+  return hosts;
+}
 
 TList<Entity>* Ferrowall::GenerateAdminRules(Registry&) { return new TList<Entity>; }

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <memory>
+#include <utility>
 
 #include "support/host_description.h"
 #include "support/linux_host.h"
@@ -31,6 +32,10 @@ bool Host::Select(std::string* error) {
   if (!description->Read(path, error)) return false;
   Chosen() = std::move(description);
   return true;
+}
+
+void Host::Use(std::unique_ptr<Host> host) {
+  Chosen() = host ? std::move(host) : std::make_unique<LinuxHost>();
 }
 
 const Host& Host::Current() {

@@ -9,6 +9,7 @@
 #define FW_SUPPORT_HOST_H
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -52,6 +53,9 @@ class Host {
   static bool Select(std::string* error);
   // The host chosen by Select; the running system if Select wasn't called.
   static const Host& Current();
+  // Makes `host` the current host, so that a test can describe the machine
+  // it needs; null puts the running system back.
+  static void Use(std::unique_ptr<Host> host);
 };
 
 #endif

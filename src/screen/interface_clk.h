@@ -1,0 +1,34 @@
+// InterfaceCLK is a stealth interface: the screen bridges on that side and
+// has no address of its own there but the one of its stealth network.  It
+// is always strict and has no overlap.  Besides the base's rules it keeps
+// the rules at the Ethernet level, and the routers the statement lists.
+#ifndef FW_SCREEN_INTERFACE_CLK_H
+#define FW_SCREEN_INTERFACE_CLK_H
+
+#include "screen/interface.h"
+
+class InterfaceCLK : public Interface {
+ public:
+  // Takes `routers` (addresses in host byte order; null for none).
+  InterfaceCLK(const char* name, const char* protected_name, Log_Type log, SNMP_Type snmp,
+               ICMP_Type icmp, TList<unsigned>* routers, const char* screen, const char* comment);
+  ~InterfaceCLK() override;
+
+  // As the base, and the Ethernet rules as well.
+  void Mark() override;
+  void CleanUp() override;
+  // The interface address and the stealth broadcast set come from the
+  // screen's stealth network; the host isn't asked.
+  void SetAddresses(const Ferrowall& screen) override;
+
+  const TList<unsigned>* Routers() const { return routers_; }
+  TList<Entity>& EtherRules() const { return *ether_rules_; }
+
+ private:
+  void DeleteEtherRules();
+
+  TList<unsigned>* routers_;
+  TList<Entity>* ether_rules_;
+};
+
+#endif

@@ -1,0 +1,393 @@
+#include "services/service.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <sstream>
+#include <string>
+
+#include "services/services_fixture.h"
+
+namespace {
+
+// Services of one test, with the engines they use; owns everything.
+class ServiceTest : public ::testing::Test {
+ protected:
+  ServiceTest() {
+    for (StateEngine* engine : {&engines_.tcp, &engines_.rival, &engines_.ranked, &engines_.udp, &engines_.ether})
+      engine_list_.Append(*engine);
+  }
+  ~ServiceTest() override {
+    services_.Delete_Data();
+    for (Service* made : made_) delete made;
+  }
+
+  // A single service with one set per call of `With`.
+  Service& Single(const char* name) {
+    Service* service = new Service(name, nullptr, nullptr);
+    services_.Append(*service);
+    return *service;
+  }
+  Service& Group(const char* name, std::initializer_list<const char*> members) {
+    TList<Entity>* list = new TList<Entity>;
+    for (const char* member : members) list->Append(*new Entity(member, nullptr, nullptr, 0));
+    Service* group = new Service(name, list, nullptr, nullptr);
+    services_.Append(*group);
+    return *group;
+  }
+  static void With(Service& service, StateEngine& engine, const Bounds& bounds, int broadcast = 0,
+                   std::initializer_list<int> params = {0}, Filter_Direction direction = FD_FORWARD) {
+    std::unique_ptr<FilterParams> set(params_set(engine, params, bounds, broadcast, direction));
+    service.Include(*set, 0);
+  }
+  int ResolveAll(std::ostream& out) {
+    int misses = 0;
+    for (TList_Cell<Entity>* cell = services_.Head(); cell != nullptr; cell = cell->Next()) {
+      misses += cell->Data()->Resolve(CO_SERVICE, services_, out);
+      misses += cell->Data()->Resolve(CO_STATE_ENGINE, engine_list_, out);
+    }
+    return misses;
+  }
+  void ClearMarks() {
+    for (TList_Cell<Entity>* cell = services_.Head(); cell != nullptr; cell = cell->Next()) cell->Data()->Used(0);
+  }
+  // Keeps a service that an operation made, if it is new.
+  Service* Kept(Service* result) {
+    if (result != nullptr && result->FindSelf(services_, 1) != result) made_.push_back(result);
+    return result;
+  }
+  static const FilterParams& At(const Service& service, int index) {
+    TList_Cell<FilterParams>* cell = service.Filters().Head();
+    while (index-- > 0) cell = cell->Next();
+    return *cell->Data();
+  }
+
+  Engines engines_;
+  TList<Entity> engine_list_;
+  TList<Entity> services_;
+  std::vector<Service*> made_;
+  std::ostringstream errors_;
+};
+
+TEST_F(ServiceTest, ReduceExpandsFiltersAndMergesEqualSetsAcrossMembers) {
+  auto web_filter = [] {
+    TList<Discriminator>* list = new TList<Discriminator>;
+    list->Append(*new Discriminator(80, 80, 0, nullptr, 0));
+    TList<Filter>* filters = new TList<Filter>;
+    filters->Append(*new Filter("tcp", list));
+    return filters;
+  };
+  TList<Filter>* reverse = new TList<Filter>;
+  reverse->Append(*new Filter("udp", nullptr));
+  services_.Append(*new Service("www", web_filter(), reverse, nullptr, nullptr));
+  services_.Append(*new Service("http", web_filter(), nullptr, nullptr, nullptr));
+  Service& pair = Group("pair", {"www", "http"});
+  Service& outer = Group("outer", {"pair", "www"});
+  ASSERT_EQ(ResolveAll(errors_), 0) << errors_.str();
+  outer.Reduce();
+  ASSERT_EQ(pair.Filters().Length(), 1);
+  EXPECT_EQ(listed(At(pair, 0).Ranges()), (Bounds{{80, 80}}));
+  EXPECT_EQ(outer.Filters().Length(), 1);
+  EXPECT_TRUE(pair.Reduced());
+  EXPECT_TRUE(outer.Equal(pair));
+}
+
+TEST_F(ServiceTest, ResolveReportsUnknownEnginesAndMembers) {
+  TList<Filter>* filters = new TList<Filter>;
+  filters->Append(*new Filter("nowhere", nullptr));
+  services_.Append(*new Service("odd", filters, nullptr, nullptr, nullptr));
+  Group("g", {"odd", "missing"});
+  EXPECT_EQ(ResolveAll(errors_), 2);
+  EXPECT_EQ(errors_.str(),
+            "Error: \"nowhere\" refers to undefined STATEENGINE:\"Service\".\n"
+            "Error: \"g\" refers to undefined SERVICE: \"missing\".\n");
+}
+
+TEST_F(ServiceTest, CyclesAreFoundFromGroupsOnThem) {
+  Service& self = Group("self", {"self"});
+  Service& a = Group("a", {"b"});
+  Service& b = Group("b", {"c"});
+  Service& c = Group("c", {"b"});
+  Service& single = Single("s");
+  ASSERT_EQ(ResolveAll(errors_), 0);
+  EXPECT_EQ(self.Reduce(), &self);
+  a.Reduce();
+  ClearMarks();
+  EXPECT_EQ(self.DetectCycle(), 1);
+  ClearMarks();
+  EXPECT_EQ(a.DetectCycle(), 0);
+  ClearMarks();
+  EXPECT_EQ(b.DetectCycle(), 1);
+  ClearMarks();
+  EXPECT_EQ(c.DetectCycle(), 1);
+  EXPECT_EQ(single.DetectCycle(), 0);
+}
+
+TEST_F(ServiceTest, IncludeKeepsDirectionsAndBroadcastValuesApart) {
+  Service& service = Single("s");
+  With(service, engines_.tcp, {{1, 5}});
+  With(service, engines_.tcp, {{6, 9}});
+  With(service, engines_.tcp, {{1, 5}}, 0, {0}, FD_REVERSE);
+  With(service, engines_.tcp, {{1, 5}}, -1);
+  With(service, engines_.tcp, {{1, 5}}, 1);
+  ASSERT_EQ(service.Filters().Length(), 4);
+  EXPECT_EQ(listed(At(service, 0).Ranges()), (Bounds{{1, 9}}));
+  EXPECT_EQ(At(service, 1).Direction(), FD_REVERSE);
+  EXPECT_EQ(service.Broadcast(), 1);
+}
+
+TEST_F(ServiceTest, SetAlgebraAnswersWithOperandsWhenItCan) {
+  Service& wide = Single("wide");
+  With(wide, engines_.tcp, {{1, 100}});
+  Service& narrow = Single("narrow");
+  With(narrow, engines_.tcp, {{10, 20}});
+  Service& apart = Single("apart");
+  With(apart, engines_.udp, {{10, 20}}, 0, {});
+  EXPECT_EQ(narrow.Intersection(wide), &narrow);
+  EXPECT_EQ(wide.Intersection(narrow), &narrow);
+  Service* none = Kept(wide.Intersection(apart));
+  EXPECT_STREQ(none->Name(), "wide ^ apart");
+  EXPECT_TRUE(none->Filters().Empty());
+  EXPECT_EQ(wide.Exclusion(apart), &wide);
+  EXPECT_EQ(wide.Exclusion(wide), nullptr);
+  Service* emptied = Kept(narrow.Exclusion(wide));
+  ASSERT_NE(emptied, nullptr);
+  EXPECT_STREQ(emptied->Name(), "narrow - wide");
+  ASSERT_EQ(emptied->Filters().Length(), 1);
+  EXPECT_TRUE(At(*emptied, 0).Ranges().Empty());
+  EXPECT_TRUE(emptied->SubsetOf(apart) == 0);
+  Service* holed = Kept(wide.Exclusion(narrow));
+  EXPECT_EQ(listed(At(*holed, 0).Ranges()), (Bounds{{1, 9}, {21, 100}}));
+  EXPECT_EQ(wide.Merge(wide), &wide);
+  Service* both = Kept(wide.Merge(apart));
+  EXPECT_STREQ(both->Name(), "wide + apart");
+  EXPECT_EQ(both->Filters().Length(), 2);
+  Service& overlap = Single("overlap");
+  With(overlap, engines_.tcp, {{90, 200}});
+  Service* common = Kept(wide.Intersection(overlap));
+  EXPECT_EQ(listed(At(*common, 0).Ranges()), (Bounds{{90, 100}}));
+}
+
+TEST_F(ServiceTest, EmptiedSetsStillCount) {
+  Service& service = Single("s");
+  With(service, engines_.tcp, {{1, 5}}, -1);
+  std::unique_ptr<FilterParams> all(params_set(engines_.tcp, {0}, {{0, 65535}}, 0));
+  service.Exclude(*all);  // broadcast isn't compared by Exclude
+  ASSERT_EQ(service.Filters().Length(), 1);
+  EXPECT_TRUE(At(service, 0).Ranges().Empty());
+  EXPECT_EQ(service.Broadcast(), 1);
+  Service& other = Single("o");
+  With(other, engines_.tcp, {{7, 7}}, -1);
+  EXPECT_TRUE(service.SubsetOf(other));
+  Service* plain = nullptr;
+  Service* broadcast = nullptr;
+  service.BroadcastSplit(&plain, &broadcast);
+  EXPECT_EQ(plain, nullptr);
+  EXPECT_EQ(broadcast, &service);
+}
+
+TEST_F(ServiceTest, ConsistencyAndConflicts) {
+  Service& good = Single("good");
+  With(good, engines_.tcp, {{1, 100}});
+  With(good, engines_.ranked, {{1, 100}});
+  EXPECT_EQ(good.Consistent(), 0);
+  Service& miscounted = Single("miscounted");
+  With(miscounted, engines_.tcp, {{1, 5}}, 0, {1, 2});
+  EXPECT_NE(miscounted.Consistent(), 0);
+  Service& competing = Single("competing");
+  With(competing, engines_.tcp, {{1, 100}});
+  With(competing, engines_.rival, {{50, 50}});
+  EXPECT_NE(competing.Consistent(), 0);
+  Service& rival = Single("rival");
+  With(rival, engines_.rival, {{100, 120}});
+  EXPECT_NE(good.Conflicts(rival), 0);
+  EXPECT_NE(rival.Conflicts(good), 0);
+  EXPECT_EQ(good.Conflicts(good), 0);
+  Service& later = Single("later");
+  With(later, engines_.rival, {{101, 120}});
+  EXPECT_EQ(good.Conflicts(later), 0);
+}
+
+TEST_F(ServiceTest, BroadcastSplitCopiesEachKindApart) {
+  Service& mixed = Single("mixed");
+  With(mixed, engines_.tcp, {{1, 1}});
+  With(mixed, engines_.udp, {{2, 2}}, -1, {});
+  std::unique_ptr<FilterParams> back(params_set(engines_.udp, {}, {{3, 3}}));
+  mixed.Include(*back, 1);
+  Service* plain = nullptr;
+  Service* broadcast = nullptr;
+  mixed.BroadcastSplit(&plain, &broadcast);
+  Kept(plain);
+  Kept(broadcast);
+  ASSERT_NE(plain, &mixed);
+  EXPECT_STREQ(plain->Name(), "mixed");
+  EXPECT_STREQ(broadcast->Name(), "mixed-Broadcast");
+  EXPECT_EQ(plain->Filters().Length(), 1);
+  EXPECT_NE(&At(*plain, 0), &At(mixed, 0));
+  EXPECT_EQ(At(*broadcast, 0).Broadcast(), -1);
+  EXPECT_TRUE(plain->ReverseFilters().Empty());
+  Service& only_plain = Single("p");
+  With(only_plain, engines_.tcp, {{1, 1}});
+  plain = broadcast = nullptr;
+  only_plain.BroadcastSplit(&plain, &broadcast);
+  EXPECT_EQ(plain, &only_plain);
+  EXPECT_EQ(broadcast, nullptr);
+}
+
+TEST_F(ServiceTest, ReverseFilterSplit) {
+  Service& both = Single("both");
+  With(both, engines_.tcp, {{1, 1}});
+  std::unique_ptr<FilterParams> back(params_set(engines_.udp, {}, {{3, 3}}));
+  both.Include(*back, 1);
+  Service* forward = nullptr;
+  Service* reverse = nullptr;
+  both.ReverseServiceFilter(&forward, &reverse);
+  Kept(reverse);
+  EXPECT_EQ(forward, &both);
+  EXPECT_STREQ(reverse->Name(), "both_rev");
+  EXPECT_EQ(listed(At(*reverse, 0).Ranges()), (Bounds{{3, 3}}));
+  Service& only_reverse = Single("r");
+  only_reverse.Include(*back, 1);
+  forward = reverse = nullptr;
+  only_reverse.ReverseServiceFilter(&forward, &reverse);
+  Kept(reverse);
+  EXPECT_EQ(forward, nullptr);
+  ASSERT_NE(reverse, nullptr);
+}
+
+TEST_F(ServiceTest, StateEngineSplitFollowsTheEnginePaths) {
+  Service& only_reverse = Single("back");
+  With(only_reverse, engines_.ranked, {{1, 1}});  // Reverse only
+  Service* forward = nullptr;
+  Service* reverse = nullptr;
+  only_reverse.ReverseServiceStateEngine(&forward, &reverse);
+  Kept(reverse);
+  EXPECT_EQ(forward, nullptr);
+  ASSERT_NE(reverse, nullptr);
+  EXPECT_STREQ(reverse->Name(), "back_rev");
+  EXPECT_EQ(At(*reverse, 0).Direction(), FD_REVERSE);
+
+  Service& mixed = Single("mixed");
+  With(mixed, engines_.tcp, {{1, 1}});    // forward only
+  With(mixed, engines_.rival, {{2, 2}});  // both paths
+  With(mixed, engines_.ranked, {{3, 3}}); // reverse only
+  forward = reverse = nullptr;
+  mixed.ReverseServiceStateEngine(&forward, &reverse);
+  Kept(forward);
+  Kept(reverse);
+  ASSERT_NE(forward, &mixed);
+  EXPECT_EQ(forward->Screen(), nullptr);
+  EXPECT_EQ(forward->Filters().Length(), 2);
+  EXPECT_EQ(reverse->Filters().Length(), 2);
+  EXPECT_EQ(At(*reverse, 1).stateEngine(), &engines_.ranked);
+  EXPECT_EQ(At(mixed, 1).Direction(), FD_FORWARD);
+
+  Service& all_forward = Single("fwd");
+  With(all_forward, engines_.udp, {{1, 1}}, 0, {});  // both paths
+  forward = reverse = nullptr;
+  all_forward.ReverseServiceStateEngine(&forward, &reverse);
+  Kept(reverse);
+  EXPECT_EQ(forward, &all_forward);
+  EXPECT_STREQ(reverse->Name(), "fwd_rev");
+}
+
+TEST_F(ServiceTest, EtherSplit) {
+  Service& ip_only = Single("ip");
+  With(ip_only, engines_.tcp, {{1, 1}});
+  Service* ether = nullptr;
+  Service* other = nullptr;
+  ip_only.EtherSplit(&ether, &other);
+  EXPECT_EQ(other, &ip_only);
+  EXPECT_EQ(ether, nullptr);
+  Service& mixed = Single("m");
+  With(mixed, engines_.ether, {{0x800, 0x800}}, 0, {});
+  With(mixed, engines_.tcp, {{1, 1}});
+  mixed.EtherSplit(&ether, &other);
+  Kept(ether);
+  Kept(other);
+  EXPECT_STREQ(ether->Name(), "m_ether");
+  EXPECT_STREQ(other->Name(), "m");
+  EXPECT_NE(other, &mixed);
+  EXPECT_EQ(At(*other, 0).stateEngine(), &engines_.tcp);
+  Service& ether_only = Single("e");
+  With(ether_only, engines_.ether, {{1, 1}}, 0, {});
+  ether = other = nullptr;
+  ether_only.EtherSplit(&ether, &other);
+  Kept(ether);
+  EXPECT_EQ(other, nullptr);
+  EXPECT_STREQ(ether->Name(), "e_ether");
+}
+
+TEST_F(ServiceTest, OrderByStateEngineIsStableAndLosesNothing) {
+  Service& service = Single("s");
+  With(service, engines_.udp, {{1, 1}}, 0, {});
+  With(service, engines_.tcp, {{2, 2}}, 0, {1});
+  With(service, engines_.udp, {{3, 3}}, 0, {5});
+  With(service, engines_.tcp, {{4, 4}}, 0, {2});
+  TList<Entity> priority;
+  priority.Append(engines_.tcp);
+  service.OrderByStateEngine(priority);
+  std::string order;
+  for (TList_Cell<FilterParams>* cell = service.Filters().Head(); cell; cell = cell->Next())
+    order += std::to_string(cell->Data()->Ranges().Head()->Data()->Start());
+  EXPECT_EQ(order, "2413");
+  service.OrderByStateEngine(engine_list_);
+  order.clear();
+  for (TList_Cell<FilterParams>* cell = service.Filters().Head(); cell; cell = cell->Next())
+    order += std::to_string(cell->Data()->Ranges().Head()->Data()->Start());
+  EXPECT_EQ(order, "2413");
+}
+
+TEST_F(ServiceTest, CopyIsUnresolvedButKeepsItsSets) {
+  TList<Filter>* filters = new TList<Filter>;
+  filters->Append(*new Filter("tcp", nullptr));
+  Service* written = new Service("w", filters, nullptr, "north", "comment");
+  services_.Append(*written);
+  With(*written, engines_.tcp, {{1, 2}});
+  Service& group = Group("g", {"w"});
+  ASSERT_EQ(ResolveAll(errors_), 0);
+  group.Reduce();
+  Service copy(*written);
+  EXPECT_STREQ(copy.Screen(), "north");
+  EXPECT_FALSE(copy.Reduced());
+  ASSERT_NE(copy.InputFilters(), nullptr);
+  EXPECT_NE(copy.InputFilters()->Head()->Data(), written->InputFilters()->Head()->Data());
+  EXPECT_EQ(copy.InputFilters()->Head()->Data()->EngineResolved(), &engines_.tcp);
+  EXPECT_EQ(copy.InputReverseFilters(), nullptr);
+  EXPECT_TRUE(copy.Equal(*written));
+  Service group_copy(group);
+  EXPECT_EQ(group_copy.Type(), SERVICE_GROUP);
+  EXPECT_EQ(group_copy.ResolvedServices(), nullptr);
+  ASSERT_EQ(group_copy.InputServices()->Length(), 1);
+  EXPECT_NE(dynamic_cast<Service*>(group_copy.InputServices()->Head()->Data()), nullptr);
+  EXPECT_EQ(group_copy.Filters().Length(), 1);
+}
+
+TEST_F(ServiceTest, EditingReferencesAndSearch) {
+  Service& single = Single("s");
+  EXPECT_EQ(single.Member("x", 0, 0), 223);
+  TList<Filter>* filters = new TList<Filter>;
+  filters->Append(*new Filter("tcp", nullptr));
+  TList<Filter>* reverse = new TList<Filter>;
+  reverse->Append(*new Filter("udp", nullptr));
+  Service* written = new Service("w", filters, reverse, "north", nullptr);
+  services_.Append(*written);
+  EXPECT_TRUE(written->Refer(CO_STATE_ENGINE, "udp", 0));
+  EXPECT_TRUE(written->Refer(CO_SCREEN, "north", 0));
+  EXPECT_FALSE(written->Refer(CO_SERVICE, "tcp", 0));
+  Service& group = Group("g", {"a"});
+  group.Member("b", 0, 0);
+  group.Member("b", 0, 0);
+  group.Member("a", 1, 0);
+  ASSERT_EQ(group.InputServices()->Length(), 1);
+  EXPECT_TRUE(group.Refer(CO_SERVICE, "b", 0));
+  group.RenameReference(CO_SERVICE, "b", "beta");
+  EXPECT_TRUE(group.Refer(CO_SERVICE, "beta", 0));
+  EXPECT_TRUE(group.Match(nullptr, "g", "GROUP", 1));
+  EXPECT_FALSE(group.Match(nullptr, "g", "SINGLE", 1));
+  EXPECT_FALSE(group.Match(nullptr, nullptr, nullptr, 1));
+  EXPECT_TRUE(written->Match("north", nullptr, nullptr, 0));
+  EXPECT_FALSE(written->Match(nullptr, "w", "HOST", 0));
+}
+
+}  // namespace
