@@ -51,12 +51,19 @@ class Configuration {
   TList<Entity>& Excludes() { return *excludes_; }
   TList<Entity>* TakeExcludes() { return Take(excludes_); }
   TList<Filter>& ForwardFilters() { return *forward_filters_; }
+  TList<Filter>* TakeForwardFilters() { return Take(forward_filters_); }
   TList<Filter>& ReverseFilters() { return *reverse_filters_; }
+  TList<Filter>* TakeReverseFilters() { return Take(reverse_filters_); }
   TList<Discriminator>& Discriminators() { return *discriminators_; }
+  TList<Discriminator>* TakeDiscriminators() { return Take(discriminators_); }
   TList<Entity>& GroupServices() { return *group_services_; }
+  TList<Entity>* TakeGroupServices() { return Take(group_services_); }
   TList<int>& EngineParameters() { return *engine_parameters_; }
+  TList<int>* TakeEngineParameters() { return Take(engine_parameters_); }
   TList<int>& DiscriminatorParameters() { return *discriminator_parameters_; }
+  TList<int>* TakeDiscriminatorParameters() { return Take(discriminator_parameters_); }
   TList<unsigned>& AddressWords() { return *address_words_; }
+  TList<unsigned>* TakeAddressWords() { return Take(address_words_); }
   TList<DayOfWeek>& Days() { return *days_; }
   TList<DayOfWeek>* TakeDays() { return Take(days_); }
   RangeList& Hours() { return *hours_; }

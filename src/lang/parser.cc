@@ -17,6 +17,12 @@
 #include "model/range_list.h"
 #include "model/registry.h"
 #include "model/time.h"
+#include "screen/interface_clk.h"
+#include "services/discriminator.h"
+#include "services/filter.h"
+#include "services/service.h"
+#include "services/state_engine.h"
+#include "services/state_engine_internal.h"
 
 namespace {
 
@@ -91,6 +97,18 @@ class Parser {
   bool IkeCertificate(const std::string& name);
   bool ManualKey(const std::string& name);
   bool CertificateGroup(const std::string& name);
+  bool ServiceStatement(const std::string& name);
+  bool FilterClause(TList<Filter>& filters);
+  bool DiscriminatorClause();
+  bool ServiceGroupStatement(const std::string& name);
+  bool StateEngineStatement(const std::string& name);
+  bool InterfaceStatement(const std::string& name);
+  // The log, snmp and icmp options of interfaces and rules.  `session` is
+  // the value that LOG_SESSION stands for.
+  bool LogOption(Log_Type session, Log_Type* log);
+  bool SnmpOption(SNMP_Type* snmp);
+  bool IcmpOption(ICMP_Type* icmp);
+  void SaveInterface(Interface* interface);
 
   Configuration& config_;
   Registry& registry_;
@@ -188,6 +206,10 @@ bool Parser::NamedStatement(const std::string& name) {
     case TOK_TIME: return TimeStatement(name);
     case TOK_CERTIFICATE: return CertificateStatement(name);
     case TOK_KEY: Next(); return ManualKey(name);
+    case TOK_SERVICE: return ServiceStatement(name);
+    case TOK_SERVICE_GROUP: return ServiceGroupStatement(name);
+    case TOK_STATE_ENGINE: return StateEngineStatement(name);
+    case TOK_INTERFACE: return InterfaceStatement(name);
     default: return SyntaxError();
   }
 }
@@ -315,6 +337,250 @@ bool Parser::CertificateGroup(const std::string& name) {
                                       Chars(screen), Chars(comment));
   if (CheckAndSaveEntity(built, registry_.Certificates())) registry_.mIKEy_add(*built, 1);
   return true;
+}
+
+// name SERVICE { filter } [SCREEN screen] [COMMENT text] ;
+// filter: [REVERSE] engine { discriminator }
+bool Parser::ServiceStatement(const std::string& name) {
+  Next();
+  int elements = 0;
+  while (At(TOK_STRING) || At(TOK_REVERSE)) {
+    if (!Grow(&elements)) return false;
+    bool reverse = At(TOK_REVERSE);
+    if (reverse) Next();
+    if (!FilterClause(reverse ? config_.ReverseFilters() : config_.ForwardFilters())) return false;
+  }
+  Text screen, comment;
+  if (!Tail(&screen, &comment)) return false;
+  Entity* built = new Service(name.c_str(), config_.TakeForwardFilters(), config_.TakeReverseFilters(),
+                              Chars(screen), Chars(comment));
+  CheckAndSaveEntity(built, registry_.Services());
+  return true;
+}
+
+bool Parser::FilterClause(TList<Filter>& filters) {
+  std::string engine;
+  if (!String(&engine)) return false;
+  int elements = 0;
+  while (At(TOK_NUMBER) || At('*'))
+    if (!Grow(&elements) || !DiscriminatorClause()) return false;
+  filters.Append(*new Filter(engine.c_str(), config_.TakeDiscriminators()));
+  return true;
+}
+
+// value [BROADCAST] [PARAMS ( { n } )], the value being n, n - n or *.
+// Values are words of the filter, so a negative number wraps as it does in
+// 32 bits.
+bool Parser::DiscriminatorClause() {
+  unsigned low = 0, high = 0;
+  int all = At('*');
+  if (all) {
+    Next();
+  } else {
+    int first;
+    if (!Number(&first)) return false;
+    low = high = static_cast<unsigned>(first);
+    if (At(TOK_DASH)) {
+      Next();
+      int last;
+      if (!Number(&last)) return false;
+      high = static_cast<unsigned>(last);
+    }
+  }
+  int broadcast = At(TOK_BROADCAST) ? -1 : 0;
+  if (broadcast) Next();
+  TList<int>* params = nullptr;
+  if (At(TOK_PARAMS)) {
+    Next();
+    if (!Expect('(')) return false;
+    while (At(TOK_NUMBER)) {
+      config_.DiscriminatorParameters().Append(*new int(value_.number));
+      Next();
+    }
+    if (!Expect(')')) return false;
+    params = config_.TakeDiscriminatorParameters();
+  }
+  config_.Discriminators().Append(*new Discriminator(low, high, all, params, broadcast));
+  return true;
+}
+
+// name SERVICE_GROUP { member } [SCREEN screen] [COMMENT text] ;
+bool Parser::ServiceGroupStatement(const std::string& name) {
+  Next();
+  int elements = 0;
+  while (At(TOK_STRING)) {
+    std::string member;
+    if (!Grow(&elements) || !String(&member)) return false;
+    config_.GroupServices().Append(*new Entity(member.c_str(), nullptr, nullptr, 0));
+  }
+  Text screen, comment;
+  if (!Tail(&screen, &comment)) return false;
+  Entity* built = new Service(name.c_str(), config_.TakeGroupServices(), Chars(screen), Chars(comment));
+  CheckAndSaveEntity(built, registry_.Services());
+  return true;
+}
+
+// name STATE_ENGINE ;
+// name STATE_ENGINE internal label FORWARD [REVERSE] class subclass max param { n } ;
+// name STATE_ENGINE internal label REVERSE class subclass max param { n } ;
+bool Parser::StateEngineStatement(const std::string& name) {
+  Next();
+  if (At(';')) {
+    Next();
+    CheckAndSaveEntity(new StateEngineInternal(name.c_str(), 1), registry_.StateEngineInternals());
+    return true;
+  }
+  std::string internal, label;
+  if (!String(&internal) || !String(&label)) return false;
+  int forward = At(TOK_FORWARD);
+  if (forward) Next();
+  int reverse = At(TOK_REVERSE);
+  if (!forward && !reverse) return SyntaxError();
+  if (reverse) Next();
+  int engine_class, subclass, max_value, param_number;
+  if (!Number(&engine_class) || !Number(&subclass) || !Number(&max_value) || !Number(&param_number)) return false;
+  int elements = 0;
+  while (At(TOK_NUMBER)) {
+    if (!Grow(&elements)) return false;
+    config_.EngineParameters().Append(*new int(value_.number));
+    Next();
+  }
+  if (!Expect(';')) return false;
+  Entity* built = new StateEngine(name.c_str(), internal.c_str(), label.c_str(), engine_class, subclass,
+                                  static_cast<unsigned>(max_value), param_number,
+                                  config_.TakeEngineParameters(), forward, reverse);
+  CheckAndSaveEntity(built, registry_.StateEngines());
+  return true;
+}
+
+bool Parser::LogOption(Log_Type session, Log_Type* log) {
+  switch (token_) {
+    case TOK_LOG_NONE: *log = LOG_NONE; break;
+    case TOK_LOG_SUMMARY: *log = LOG_SUMMARY; break;
+    case TOK_LOG_DETAIL: *log = LOG_DETAIL; break;
+    case TOK_LOG_SESSION: *log = session; break;
+    case TOK_LOG:
+      Next();
+      switch (token_) {
+        case TOK_SUMMARY: *log = LOG_SUMMARY; break;
+        case TOK_DETAIL: *log = LOG_DETAIL; break;
+        case TOK_SESSION: *log = session; break;
+        default: return SyntaxError();
+      }
+      break;
+    default: return true;
+  }
+  Next();
+  return true;
+}
+
+bool Parser::SnmpOption(SNMP_Type* snmp) {
+  if (!At(TOK_SNMP) && !At(TOK_SNMP_NONE)) return true;
+  *snmp = At(TOK_SNMP) ? SNMP_TRAP : SNMP_NONE;
+  Next();
+  return true;
+}
+
+namespace {
+
+// The answer of the one-word spelling ICMP_X, or of the word X behind ICMP.
+bool IcmpAnswer(int token, bool one_word, ICMP_Type* icmp) {
+  const struct {
+    int one_word;
+    int behind_icmp;
+    ICMP_Type answer;
+  } kAnswers[] = {
+      {TOK_ICMP_NET_UNREACHABLE, TOK_NET_UNREACHABLE, ICMP_NET_UNREACHABLE},
+      {TOK_ICMP_HOST_UNREACHABLE, TOK_HOST_UNREACHABLE, ICMP_HOST_UNREACHABLE},
+      {TOK_ICMP_PORT_UNREACHABLE, TOK_PORT_UNREACHABLE, ICMP_PORT_UNREACHABLE},
+      {TOK_ICMP_NET_FORBIDDEN, TOK_NET_FORBIDDEN, ICMP_NET_FORBIDDEN},
+      {TOK_ICMP_HOST_FORBIDDEN, TOK_HOST_FORBIDDEN, ICMP_HOST_FORBIDDEN},
+  };
+  for (const auto& answer : kAnswers) {
+    if (token == (one_word ? answer.one_word : answer.behind_icmp)) {
+      *icmp = answer.answer;
+      return true;
+    }
+  }
+  return false;
+}
+
+}  // namespace
+
+bool Parser::IcmpOption(ICMP_Type* icmp) {
+  if (At(TOK_ICMP_NONE)) {
+    *icmp = ICMP_NONE;
+  } else if (At(TOK_ICMP)) {
+    Next();
+    if (!IcmpAnswer(token_, false, icmp)) return SyntaxError();
+  } else if (!IcmpAnswer(token_, true, icmp)) {
+    return true;
+  }
+  Next();
+  return true;
+}
+
+// name INTERFACE ADMIN address [log] [snmp] [icmp] [SCREEN screen] [COMMENT text] ;
+// name INTERFACE DISABLED address [SCREEN screen] [COMMENT text] ;
+// name INTERFACE GWY address [COMPLETE] [overlap] [log] [snmp] [icmp] [SCREEN screen] [COMMENT text] ;
+// name INTERFACE HA address [log] [snmp] [icmp] [SCREEN screen] [COMMENT text] ;
+// name INTERFACE CLK address [log] [snmp] [icmp] { ipaddr } [SCREEN screen] [COMMENT text] ;
+bool Parser::InterfaceStatement(const std::string& name) {
+  Next();
+  Interface_Type type;
+  switch (token_) {
+    case TOK_ADMIN: type = INTERFACE_ADMIN; break;
+    case TOK_DISABLED: type = INTERFACE_DISABLED; break;
+    case TOK_GWY: type = INTERFACE_GWY; break;
+    case TOK_HA: type = INTERFACE_HA; break;
+    case TOK_CLK: type = INTERFACE_CLK; break;
+    default: return SyntaxError();
+  }
+  Next();
+  std::string address;
+  if (!String(&address)) return false;
+  int complete = 0;
+  Text overlap;
+  if (type == INTERFACE_GWY) {
+    complete = At(TOK_COMPLETE);
+    if (complete) Next();
+    if (At(TOK_STRING)) {
+      std::string name_of_overlap;
+      String(&name_of_overlap);
+      overlap = name_of_overlap;
+    }
+  }
+  Log_Type log = LOG_NONE;
+  SNMP_Type snmp = SNMP_NONE;
+  ICMP_Type icmp = ICMP_NONE;
+  if (type != INTERFACE_DISABLED && !(LogOption(LOG_SUMMARY, &log) && SnmpOption(&snmp) && IcmpOption(&icmp)))
+    return false;
+  if (type == INTERFACE_CLK) {
+    int elements = 0;
+    while (At(TOK_IPADDR)) {
+      if (!Grow(&elements)) return false;
+      config_.AddressWords().Append(*new unsigned(ntohl(value_.address)));
+      Next();
+    }
+  }
+  Text screen, comment;
+  if (!Tail(&screen, &comment)) return false;
+  if (type == INTERFACE_CLK) {
+    SaveInterface(new InterfaceCLK(name.c_str(), address.c_str(), log, snmp, icmp, config_.TakeAddressWords(),
+                                   Chars(screen), Chars(comment)));
+  } else {
+    SaveInterface(new Interface(name.c_str(), address.c_str(), type, log, snmp, icmp, Chars(screen),
+                                Chars(comment), complete, Chars(overlap)));
+  }
+  return true;
+}
+
+// An interface name is unique across all four interface lists.
+void Parser::SaveInterface(Interface* interface) {
+  for (TList<Entity>* list : {&registry_.AdminInterfaces(), &registry_.GWYInterfaces(),
+                              &registry_.DisabledInterfaces(), &registry_.CLKInterfaces()})
+    if (!EntityUnique(interface, *list)) return;
+  registry_.InterfaceList(interface->Type()).Append(*interface);
 }
 
 }  // namespace

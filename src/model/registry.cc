@@ -12,6 +12,10 @@
 #include "model/time.h"
 #include "support/fwi18n.h"
 #include "screen/ferrowall.h"
+#include "screen/interface.h"
+#include "services/discriminator.h"
+#include "services/filter.h"
+#include "services/service.h"
 
 namespace {
 
@@ -65,6 +69,88 @@ void Registry::AddBuiltInObjects() {
   TList<DayOfWeek>* days = new TList<DayOfWeek>;
   days->Append(*new DayOfWeek(EVERYDAY, whole_day));
   Times(*new Time("*", days, nullptr, nullptr));
+  AddStarService();
+}
+
+namespace {
+
+// One discriminator of the built-in service: a range, or every value
+// (all), possibly the broadcast form, possibly with parameters.
+struct StarValue {
+  unsigned long start;
+  unsigned long end;
+  int all;
+  int broadcast;
+};
+
+struct StarFilter {
+  const char* engine;
+  std::vector<StarValue> values;
+  std::vector<int> params;
+};
+
+const StarValue kAll{0, 0, 1, 0};
+const StarValue kAllBroadcast{0, 0, 1, 1};
+
+StarValue Port(unsigned long port, int broadcast = 0) { return {port, port, 0, broadcast}; }
+
+Filter* NewStarFilter(const StarFilter& written) {
+  TList<Discriminator>* discriminators = new TList<Discriminator>;
+  for (const StarValue& value : written.values) {
+    TList<int>* params = nullptr;
+    if (!written.params.empty()) {
+      params = new TList<int>;
+      for (int param : written.params) params->Append(*new int(param));
+    }
+    discriminators->Append(*new Discriminator(value.start, value.end, value.all, params, value.broadcast));
+  }
+  return new Filter(written.engine, discriminators);
+}
+
+}  // namespace
+
+// The service "*" is what "any service" means in a compiled policy; the
+// gap of 3851 to 3854 in its first filter is part of that meaning.
+void Registry::AddStarService() {
+  const StarFilter forward[] = {
+      {"tcpall", {{0, 3850, 0, 0}, {3855, 65535, 0, 0}}, {}},
+      {"udpall", {kAll}, {}},
+      {"udp_datagram", {Port(514)}, {}},
+      {"tcp", {Port(53)}, {}},
+      {"dns", {Port(53)}, {}},
+      {"rpc_udp", {kAll}, {}},
+      {"udp", {Port(2049)}, {}},
+      {"tcp", {Port(2049)}, {}},
+      {"udp_datagram", {Port(520), Port(520, 1)}, {}},
+      {"ftp", {Port(21)}, {}},
+      {"rsh", {Port(514)}, {}},
+      {"realaudio", {Port(7070)}, {}},
+      {"pmap_udp", {kAll, kAllBroadcast}, {}},
+      {"pmap_tcp", {kAll}, {}},
+      {"rpc_tcp", {kAll}, {}},
+      {"nis", {Port(100004)}, {}},
+      {"pmap_nis", {Port(100004), Port(100004, 1)}, {}},
+      {"udp", {Port(1525)}, {360, -1, 0}},
+      {"udp_datagram", {{33430, 34000, 0, 0}}, {}},
+      {"ping", {Port(8)}, {}},
+      {"icmp", {kAll, kAllBroadcast}, {}},
+      {"ipmobile", {kAll, kAllBroadcast}, {}},
+  };
+  TList<Filter>* forward_filters = new TList<Filter>;
+  for (const StarFilter& filter : forward) forward_filters->Append(*NewStarFilter(filter));
+  TList<Filter>* reverse_filters = new TList<Filter>;
+  reverse_filters->Append(*NewStarFilter({"icmp", {Port(3), Port(11)}, {}}));
+  Services(*new Service("*", forward_filters, reverse_filters, nullptr, nullptr));
+}
+
+TList<Entity>& Registry::InterfaceList(int type) const {
+  switch (type) {
+    case INTERFACE_ADMIN: return *admin_interfaces_;
+    case INTERFACE_DISABLED: return *disabled_interfaces_;
+    case INTERFACE_GWY:
+    case INTERFACE_HA: return *gwy_interfaces_;
+    default: return *clk_interfaces_;
+  }
 }
 
 Registry::~Registry() {
@@ -104,6 +190,10 @@ std::vector<TList<Entity>*> Registry::InterfaceListsForListing() const {
 void Registry::Create(Config_Objects kind, Entity* object) {
   if (object == nullptr) return;
   Dirty(1);
+  if (kind == CO_INTERFACE) {
+    CreateInterface(*static_cast<Interface*>(object));
+    return;
+  }
   TList<Entity>* list = TypeToList(kind);
   if (list == nullptr) return;
   TList_Cell<Entity>* old = object->FindSelfCell(*list, 0);
@@ -115,6 +205,37 @@ void Registry::Create(Config_Objects kind, Entity* object) {
     list->Delete_Data_Cell(old);
   }
   if (kind == CO_CERTIFICATE) mIKEy_add(*object, 0);
+}
+
+// An interface stands in one list only: one of the same name and screen is
+// taken out of every list first, with a warning where that leaves a family
+// without its last interfaces.
+void Registry::CreateInterface(Interface& interface) {
+  Interface_Type type = interface.Type();
+  struct Replaced {
+    TList<Entity>* list;
+    int only_element_warning;  // catalogue number, 0 for none
+    const char* warning;
+    bool warns;
+  };
+  const Replaced lists[] = {
+      {admin_interfaces_, 3, "Warning: operation replaced the Administrative Interface.", type != INTERFACE_ADMIN},
+      {disabled_interfaces_, 0, nullptr, false},
+      {gwy_interfaces_, 4, "Warning: operation replaced only ROUTING Interface.", type != INTERFACE_GWY},
+      {clk_interfaces_, 5, "Warning: operation replaced only STEALTH Interface.", type != INTERFACE_CLK},
+  };
+  for (const Replaced& replaced : lists) {
+    TList_Cell<Entity>* old = interface.FindSelfCell(*replaced.list, 0);
+    if (old == nullptr) continue;
+    int length = replaced.list->Length();
+    if (replaced.warns && length == 1) {
+      std::cerr << fwi18n_text(48, replaced.only_element_warning, replaced.warning) << std::endl;
+    } else if (replaced.warns && replaced.list == clk_interfaces_ && length == 2) {
+      std::cerr << fwi18n_text(48, 6, "Warning: operation left only one STEALTH Interface.") << std::endl;
+    }
+    replaced.list->Delete_Data_Cell(old);
+  }
+  InterfaceList(type).Append(interface);
 }
 
 void Registry::Delete(Config_Objects kind, Entity* object) {

@@ -75,6 +75,9 @@ class Registry : public Entity {
   TList<Entity>& Times() const { return *times_; }
   void Times(Entity& entity) { times_->Append(entity); }
 
+  // The list that holds interfaces of `type`.
+  TList<Entity>& InterfaceList(int type) const;
+
   Address* Star() const { return star_; }
   AddressList* Localhost() const { return localhost_; }
   Address* KnownAdminAddresses() const { return known_admin_; }
@@ -159,6 +162,8 @@ class Registry : public Entity {
 
  private:
   void AddBuiltInObjects();
+  void AddStarService();
+  void CreateInterface(Interface& interface);
   // The interface lists in the order the editing operations walk them, and
   // the order the listings walk them.
   std::vector<TList<Entity>*> InterfaceListsForEditing() const;

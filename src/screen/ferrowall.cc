@@ -6,6 +6,8 @@
 #include <iostream>
 
 #include "crypto/algorithm.h"
+#include "crypto/ipsec_ike_ah_params.h"
+#include "crypto/ipsec_ike_esp_params.h"
 #include "model/address.h"
 #include "model/registry.h"
 #include "screen/interface.h"
@@ -74,6 +76,8 @@ Ferrowall::Ferrowall(const char* name, const FerrowallSettings& settings)
       ike_encryption_(NewReference(settings.ike_encryption)),
       ike_hash_(NewReference(settings.ike_hash)),
       ike_authentication_(NewReference(settings.ike_authentication)),
+      ah_params_(settings.ah_params),
+      esp_params_(settings.esp_params),
       oakley_group_(settings.oakley_group),
       tunnel_(NewReference(settings.tunnel)),
       master_(NewReference(settings.master)),
@@ -106,6 +110,8 @@ Ferrowall::~Ferrowall() {
   delete snmp_recipients_;
   delete clk_network_;
   delete ha_hosts_;
+  delete ah_params_;
+  delete esp_params_;
 }
 
 int Ferrowall::ResolveAdminIP(TList<Entity>& list, std::ostream& out) {
@@ -128,7 +134,8 @@ int Ferrowall::Resolve(Config_Objects kind, TList<Entity>& list, std::ostream& o
     case CO_ALGORITHM:
       return Link(*this, ike_authentication_, list, 0, "ALGORITHM", &ike_authentication_resolved_, out) +
              Link(*this, ike_encryption_, list, 0, "ALGORITHM", &ike_encryption_resolved_, out) +
-             Link(*this, ike_hash_, list, 0, "ALGORITHM", &ike_hash_resolved_, out);
+             Link(*this, ike_hash_, list, 0, "ALGORITHM", &ike_hash_resolved_, out) +
+             ResolveIPsecParams(ah_params_, list, out) + ResolveIPsecParams(esp_params_, list, out);
     case CO_ALG_KEY:
       return Link(*this, key_algorithm_, list, 0, "KEY ALGORITHM", &key_algorithm_resolved_, out);
     case CO_ALG_DATA:
@@ -141,6 +148,17 @@ int Ferrowall::Resolve(Config_Objects kind, TList<Entity>& list, std::ostream& o
     default:
       return 0;
   }
+}
+
+// The phase 2 parameters report the algorithm they miss as an undefined
+// reference of this screen; one that isn't installed has spoken already.
+template <class Params>
+int Ferrowall::ResolveIPsecParams(Params* params, TList<Entity>& list, std::ostream& out) {
+  if (params == nullptr) return 0;
+  const char* missing = nullptr;
+  int result = params->Resolve(CO_ALGORITHM, list, &missing);
+  if (result == RESOLVE_NOT_FOUND) NotDefined(out, missing, "ALGORITHM");
+  return result != RESOLVE_OK;
 }
 
 int Ferrowall::CheckCertificateType(const Entity* reference, Entity* resolved, [[maybe_unused]] int wanted,

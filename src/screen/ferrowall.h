@@ -32,6 +32,8 @@ struct FerrowallSettings {
   int oakley_group = 0;
   const char* ike_authentication = nullptr;
   const char* ike_certificate = nullptr;
+  IPsecIKEespParams* esp_params = nullptr;  // passes to the screen
+  IPsecIKEahParams* ah_params = nullptr;    // passes to the screen
   const char* skip_certificate = nullptr;
   const char* key_algorithm = nullptr;
   const char* data_algorithm = nullptr;
@@ -131,6 +133,8 @@ class Ferrowall : public Entity {
   // Links the ADMIN_IP: an inline address is its own object.
   int ResolveAdminIP(TList<Entity>& list, std::ostream& out);
   // 1, reported on `out`, when a certificate isn't of type `wanted`.
+  template <class Params>
+  int ResolveIPsecParams(Params* params, TList<Entity>& list, std::ostream& out);
   int CheckCertificateType(const Entity* reference, Entity* resolved, int wanted,
                            const char* message, std::ostream& out) const;
 

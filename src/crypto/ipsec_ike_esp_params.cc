@@ -1,0 +1,26 @@
+#include "crypto/ipsec_ike_esp_params.h"
+
+#include "crypto/ipsec_algorithm_link.h"
+
+IPsecIKEespParams::IPsecIKEespParams(const char* encryption, const char* authentication)
+    : encryption_name_(encryption != nullptr ? encryption : ""),
+      authentication_name_(authentication != nullptr ? authentication : "") {}
+
+int IPsecIKEespParams::Resolve(Config_Objects kind, TList<Entity>& list, const char** missing) {
+  if (kind != CO_ALGORITHM) return 0;
+  bool not_installed = false;
+  struct Wanted {
+    const char* name;
+    screen_alg_type type;
+    Algorithm** resolved;
+  };
+  for (const Wanted& wanted : {Wanted{EncryptionName(), ALG_ENCRYPTION, &encryption_},
+                               Wanted{AuthenticationName(), ALG_AUTHENTICATION, &authentication_}}) {
+    if (wanted.name == nullptr) continue;
+    if (LinkIpsecAlgorithm(wanted.name, wanted.type, list, wanted.resolved, &not_installed) != RESOLVE_OK) {
+      *missing = wanted.name;
+      return RESOLVE_NOT_FOUND;
+    }
+  }
+  return not_installed ? RESOLVE_ALREADY_REPORTED : RESOLVE_OK;
+}
