@@ -8,8 +8,11 @@
 #include <optional>
 #include <string>
 
+#include "crypto/algorithm.h"
 #include "crypto/certificate.h"
 #include "crypto/certificate_list.h"
+#include "crypto/ipsec_ike_ah_params.h"
+#include "crypto/ipsec_ike_esp_params.h"
 #include "driver/configuration.h"
 #include "lang/scanner.h"
 #include "model/address.h"
@@ -17,6 +20,7 @@
 #include "model/range_list.h"
 #include "model/registry.h"
 #include "model/time.h"
+#include "screen/ferrowall.h"
 #include "screen/interface_clk.h"
 #include "services/discriminator.h"
 #include "services/filter.h"
@@ -109,6 +113,19 @@ class Parser {
   bool SnmpOption(SNMP_Type* snmp);
   bool IcmpOption(ICMP_Type* icmp);
   void SaveInterface(Interface* interface);
+  bool ScreenStatement(const std::string& name);
+  bool ScreenIke(FerrowallSettings* settings, std::string texts[4]);
+  bool ScreenOptions(FerrowallSettings* settings, std::string texts[11], simplerange* network);
+  bool StealthNetwork(simplerange* network);
+  bool EspClause(IPsecIKEespParams** esp);
+  bool AhClause(IPsecIKEahParams** ah);
+  // A flag keyword: 1 and consumed when it stands next.
+  int Flag(int keyword);
+  // KEYWORD n, when the keyword stands next.
+  bool OptionalNumber(int keyword, int* number);
+  // Makes the algorithm object that a statement names, once per name.
+  void RegisterAlgorithm(const std::string& name);
+  void RegisterSkipAlgorithm(const std::string& name, screen_alg_type type);
 
   Configuration& config_;
   Registry& registry_;
@@ -210,6 +227,7 @@ bool Parser::NamedStatement(const std::string& name) {
     case TOK_SERVICE_GROUP: return ServiceGroupStatement(name);
     case TOK_STATE_ENGINE: return StateEngineStatement(name);
     case TOK_INTERFACE: return InterfaceStatement(name);
+    case TOK_SCREEN: return ScreenStatement(name);
     default: return SyntaxError();
   }
 }
@@ -581,6 +599,181 @@ void Parser::SaveInterface(Interface* interface) {
                               &registry_.DisabledInterfaces(), &registry_.CLKInterfaces()})
     if (!EntityUnique(interface, *list)) return;
   registry_.InterfaceList(interface->Type()).Append(*interface);
+}
+
+int Parser::Flag(int keyword) {
+  if (!At(keyword)) return 0;
+  Next();
+  return 1;
+}
+
+bool Parser::OptionalNumber(int keyword, int* number) {
+  return !At(keyword) || (Expect(keyword) && Number(number));
+}
+
+void Parser::RegisterAlgorithm(const std::string& name) {
+  CheckAndSaveEntity(new Algorithm(name.c_str()), registry_.Algorithms());
+}
+
+void Parser::RegisterSkipAlgorithm(const std::string& name, screen_alg_type type) {
+  TList<Entity>* lists[] = {&registry_.AlgorithmKeyV2(), &registry_.AlgorithmDataV2(), &registry_.AlgorithmMacV2(),
+                            &registry_.AlgorithmCompV2()};
+  CheckAndSaveEntity(new Algorithm(name.c_str(), type, SKIP_V2), *lists[type]);
+}
+
+// ESP enc auth; an empty or "NONE" authentication means none.
+bool Parser::EspClause(IPsecIKEespParams** esp) {
+  if (!At(TOK_ESP)) return true;
+  Next();
+  std::string encryption, authentication;
+  if (!String(&encryption) || !String(&authentication)) return false;
+  RegisterAlgorithm(encryption);
+  bool no_authentication = authentication.empty() || authentication == "NONE";
+  if (!no_authentication) RegisterAlgorithm(authentication);
+  *esp = new IPsecIKEespParams(encryption.c_str(), no_authentication ? nullptr : authentication.c_str());
+  return true;
+}
+
+bool Parser::AhClause(IPsecIKEahParams** ah) {
+  if (!At(TOK_AH)) return true;
+  Next();
+  std::string algorithm;
+  if (!String(&algorithm)) return false;
+  RegisterAlgorithm(algorithm);
+  *ah = new IPsecIKEahParams(algorithm.c_str());
+  return true;
+}
+
+// name SCREEN [ADMIN_IP admin] [IKE enc hash group auth cert [esp] [ah]] options ;
+bool Parser::ScreenStatement(const std::string& name) {
+  Next();
+  FerrowallSettings settings;
+  // The values the settings point into, alive until the screen copies them.
+  std::string ike_texts[4], option_texts[11];
+  simplerange network;
+  if (At(TOK_ADMIN_IP)) {
+    Next();
+    if (At(TOK_STRING)) {
+      std::string address;
+      String(&address);
+      settings.admin_ip = new Address(address.c_str(), nullptr, nullptr, ADDRESS_SINGLE);
+    } else {
+      simplerange range;
+      if (!AddressValue(&range)) return false;
+      settings.admin_ip = new Address(&range);
+    }
+  }
+  bool built = At(TOK_IKE) ? ScreenIke(&settings, ike_texts) : true;
+  built = built && ScreenOptions(&settings, option_texts, &network) && Expect(';');
+  if (!built) {
+    delete settings.admin_ip;
+    delete settings.esp_params;
+    delete settings.ah_params;
+    return false;
+  }
+  settings.snmp_recipients = config_.TakeAddressWords();
+  CheckAndSaveEntity(new Ferrowall(name.c_str(), settings), registry_.Screens());
+  return true;
+}
+
+// IKE enc hash group auth cert [esp] [ah].  A group of 0 with all three
+// algorithms "NONE" means no IKE algorithms at all.
+bool Parser::ScreenIke(FerrowallSettings* settings, std::string texts[4]) {
+  Next();
+  std::string& encryption = texts[0];
+  std::string& hash = texts[1];
+  std::string& authentication = texts[2];
+  std::string& certificate = texts[3];
+  if (!String(&encryption) || !String(&hash) || !Number(&settings->oakley_group) || !String(&authentication) ||
+      !String(&certificate))
+    return false;
+  bool none = settings->oakley_group == 0 && encryption == "NONE" && hash == "NONE" && authentication == "NONE";
+  if (!none) {
+    for (const std::string* algorithm : {&encryption, &hash, &authentication}) RegisterAlgorithm(*algorithm);
+    settings->ike_encryption = encryption.c_str();
+    settings->ike_hash = hash.c_str();
+    settings->ike_authentication = authentication.c_str();
+  }
+  settings->ike_certificate = certificate.c_str();
+  return EspClause(&settings->esp_params) && AhClause(&settings->ah_params);
+}
+
+// The options of a screen, each in its one place.
+bool Parser::ScreenOptions(FerrowallSettings* settings, std::string texts[11], simplerange* network) {
+  struct NamedOption {
+    int keyword;
+    const char** value;
+    int skip_type;  // the SKIP algorithm type it registers, or -1
+  };
+  const NamedOption named[] = {
+      {TOK_CERTIFICATE, &settings->skip_certificate, -1}, {TOK_KEYS, &settings->key_algorithm, ALG_KEY},
+      {TOK_DATAS, &settings->data_algorithm, ALG_DATA},   {TOK_MACS, &settings->mac_algorithm, ALG_MAC},
+      {TOK_COMPRESSIONS, &settings->compression_algorithm, ALG_COMPRESSION},
+      {TOK_TUNNEL, &settings->tunnel, -1},                {TOK_MASTER, &settings->master, -1},
+  };
+  int text = 0;
+  for (const NamedOption& option : named) {
+    Text value;
+    if (!OptionalString(option.keyword, &value)) return false;
+    if (!value) continue;
+    texts[text] = *value;
+    *option.value = texts[text++].c_str();
+    if (option.skip_type >= 0) RegisterSkipAlgorithm(*value, static_cast<screen_alg_type>(option.skip_type));
+  }
+  if (!OptionalNumber(TOK_TIMEOUT, &settings->timeout)) return false;
+  settings->certificate_discovery = Flag(TOK_CERTIFICATE_DISCOVERY);
+  settings->dest_check = Flag(TOK_DEST_CHECK);
+  settings->routing = Flag(TOK_ROUTING);
+  settings->dns = Flag(TOK_DNS);
+  settings->nis = Flag(TOK_NIS);
+  if (!OptionalNumber(TOK_LOGSIZE, &settings->log_size)) return false;
+  settings->ha_primary = Flag(TOK_HA_PRIMARY);
+  settings->ha_secondary = Flag(TOK_HA_SECONDARY);
+  if (Flag(TOK_HA_ADMIN_IP)) {
+    if (!At(TOK_IPADDR)) return SyntaxError();
+    settings->ha_ip = ntohl(value_.address);
+    Next();
+  }
+  Text ether;
+  if (!OptionalString(TOK_HA_ETHER, &ether)) return false;
+  if (ether) {
+    texts[text] = *ether;
+    settings->ha_ether = texts[text++].c_str();
+  }
+  int elements = 0;
+  while (At(TOK_IPADDR)) {
+    if (!Grow(&elements)) return false;
+    config_.AddressWords().Append(*new unsigned(ntohl(value_.address)));
+    Next();
+  }
+  int snmp_timer = 0;
+  if (!OptionalNumber(TOK_SNMP_TIMER, &snmp_timer)) return false;
+  settings->snmp_timer = static_cast<unsigned>(snmp_timer);
+  if (At(TOK_CLK) || At(TOK_CLKNET)) {
+    if (!StealthNetwork(network)) return false;
+    settings->stealth_network = network;
+  }
+  Text comment;
+  if (!CommentClause(&comment)) return false;
+  if (comment) {
+    texts[text] = *comment;
+    settings->comment = texts[text].c_str();
+  }
+  return true;
+}
+
+// CLK address mask, or CLKNET address-or-range.
+bool Parser::StealthNetwork(simplerange* network) {
+  if (Flag(TOK_CLKNET)) return AddressValue(network);
+  Next();
+  if (!At(TOK_IPADDR)) return SyntaxError();
+  uint32_t address = ntohl(value_.address);
+  Next();
+  if (!At(TOK_IPADDR)) return SyntaxError();
+  uint32_t mask = ntohl(value_.address);
+  Next();
+  *network = {address & mask, address | ~mask, RS_DOTTED_MASK};
+  return true;
 }
 
 }  // namespace
