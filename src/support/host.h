@@ -33,9 +33,17 @@ class Host {
   virtual int Release() const = 0;
   // Whether the kernel is 64-bit.
   virtual bool Wide() const = 0;
-  // Whether the SKIP key device holds a local key with this name space id
-  // and key id.
-  virtual bool SkipLocalKey(int nsid, const std::vector<unsigned char>& key_id) const = 0;
+  // The key ids of the SKIP key device's local keys in name space `nsid`.
+  virtual std::vector<std::vector<unsigned char>> SkipLocalKeys(int nsid) const = 0;
+  // Whether the IPsec module runs algorithm `value` for the kernel request
+  // `operation` (15 encryption, 14 authentication).  The product's modules
+  // are taken to be there unless the host says otherwise.
+  virtual bool IpsecAlgorithmLoaded(int, int) const { return true; }
+  // Whether the SKIP key device supports algorithm `value` of `type` (0 key,
+  // 1 data, 2 MAC) in SKIP `version`; likewise taken to be there.
+  virtual bool SkipAlgorithmSupported(int, int, int) const { return true; }
+  // The first IPv4 address of a host name, in network byte order.
+  virtual bool HostAddressOf(const std::string& name, uint32_t* address) const = 0;
   // 1 when the host holds a private IKE identity that one of `includes` and
   // none of `excludes` names, 0 when it holds none, -1 when it can't tell.
   virtual int LocalIdentity(const std::vector<std::string>& includes,
@@ -48,10 +56,12 @@ class Host {
   static std::string PhysicalDevice(const std::string& name);
 
   // Chooses the host of this run: the description named by FERROWALL_HOST,
-  // else the running system.  False, with a one-line reason in `error`, when
+  // else the running system.  The encryption questions of the host queries
+  // are answered by the chosen host from then on.  False, with a one-line reason in `error`, when
   // the description can't be read.
   static bool Select(std::string* error);
-  // The host chosen by Select; the running system if Select wasn't called.
+  // The host chosen by Select or Use; the running system if neither was
+  // called, without taking over the encryption questions.
   static const Host& Current();
   // Makes `host` the current host, so that a test can describe the machine
   // it needs; null puts the running system back.

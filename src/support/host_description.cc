@@ -8,6 +8,8 @@
 #include <fstream>
 #include <sstream>
 
+#include "support/screenadm_tables.h"
+
 namespace {
 
 std::vector<std::string> Words(const std::string& line) {
@@ -160,8 +162,23 @@ std::vector<HostAddress> HostDescription::InterfaceAddresses(const std::string& 
   return addresses;
 }
 
-bool HostDescription::SkipLocalKey(int nsid, const std::vector<unsigned char>& key_id) const {
-  return std::find(skip_keys_.begin(), skip_keys_.end(), std::make_pair(nsid, key_id)) != skip_keys_.end();
+std::vector<std::vector<unsigned char>> HostDescription::SkipLocalKeys(int nsid) const {
+  std::vector<std::vector<unsigned char>> keys;
+  for (const auto& [key_nsid, key_id] : skip_keys_)
+    if (key_nsid == nsid) keys.push_back(key_id);
+  return keys;
+}
+
+bool HostDescription::IpsecAlgorithmLoaded(int operation, int value) const {
+  for (const std::string& name : ipsec_unavailable_)
+    if (screenadm_ipsec_alg_is(name.c_str(), operation, value)) return false;
+  return true;
+}
+
+bool HostDescription::SkipAlgorithmSupported(int value, int type, int version) const {
+  for (const std::string& name : skip_unavailable_)
+    if (screenadm_skip_alg_known_value(name.c_str(), version, type) == value) return false;
+  return true;
 }
 
 int HostDescription::LocalIdentity(const std::vector<std::string>& includes,

@@ -33,7 +33,11 @@ class HostDescription : public Host {
   std::vector<HostAddress> InterfaceAddresses(const std::string& name) const override;
   int Release() const override { return release_; }
   bool Wide() const override { return wide_; }
-  bool SkipLocalKey(int nsid, const std::vector<unsigned char>& key_id) const override;
+  std::vector<std::vector<unsigned char>> SkipLocalKeys(int nsid) const override;
+  bool IpsecAlgorithmLoaded(int operation, int value) const override;
+  bool SkipAlgorithmSupported(int value, int type, int version) const override;
+  // A described host resolves no host names.
+  bool HostAddressOf(const std::string&, uint32_t*) const override { return false; }
   int LocalIdentity(const std::vector<std::string>& includes,
                     const std::vector<std::string>& excludes) const override;
   bool IpsecUnavailable(const std::string& algorithm) const { return ipsec_unavailable_.count(algorithm) > 0; }

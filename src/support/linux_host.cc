@@ -4,6 +4,7 @@
 #include <dlfcn.h>
 #include <ifaddrs.h>
 #include <net/if.h>
+#include <netdb.h>
 #include <netinet/in.h>
 #include <sys/utsname.h>
 
@@ -90,7 +91,17 @@ bool LinuxHost::Wide() const {
   return uname(&names) == 0 && strstr(names.machine, "64") != nullptr;
 }
 
-bool LinuxHost::SkipLocalKey(int, const std::vector<unsigned char>&) const { return false; }
+std::vector<std::vector<unsigned char>> LinuxHost::SkipLocalKeys(int) const { return {}; }
+
+bool LinuxHost::HostAddressOf(const std::string& name, uint32_t* address) const {
+  addrinfo hints{};
+  hints.ai_family = AF_INET;
+  addrinfo* found = nullptr;
+  if (getaddrinfo(name.c_str(), nullptr, &hints, &found) != 0 || found == nullptr) return false;
+  *address = reinterpret_cast<sockaddr_in*>(found->ai_addr)->sin_addr.s_addr;
+  freeaddrinfo(found);
+  return true;
+}
 
 int LinuxHost::LocalIdentity(const std::vector<std::string>& includes,
                              const std::vector<std::string>& excludes) const {

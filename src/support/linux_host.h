@@ -13,7 +13,8 @@ class LinuxHost : public Host {
   std::vector<HostAddress> InterfaceAddresses(const std::string& name) const override;
   int Release() const override;
   bool Wide() const override;
-  bool SkipLocalKey(int nsid, const std::vector<unsigned char>& key_id) const override;
+  std::vector<std::vector<unsigned char>> SkipLocalKeys(int nsid) const override;
+  bool HostAddressOf(const std::string& name, uint32_t* address) const override;
   int LocalIdentity(const std::vector<std::string>& includes,
                     const std::vector<std::string>& excludes) const override;
 

@@ -92,6 +92,21 @@ int screenadm_skip_alg_name_to_id(const char* name, int version, int type) {
   return value;
 }
 
+int screenadm_skip_alg_known_value(const char* name, int version, int type) {
+  if (name == nullptr) return -1;
+  if (strcmp(name, "NONE") == 0) return 0;
+  int value = find_value(base_table(version, type), name);
+  return value >= 0 ? value : find_value(extra_table(version, type), name);
+}
+
+bool screenadm_ipsec_alg_is(const char* name, int operation, int value) {
+  const AlgName encryption[] = {{"DES-CBC", 2}, {"DES", 2},      {"3DES-CBC", 3}, {"3DES", 3},
+                                {"BLOWFISH", 7}, {"AES", 12}, {"NULL", 11}};
+  const AlgName authentication[] = {{"MD5", 2}, {"SHA1", 3}};
+  AlgTable names = operation == 15 ? table(encryption) : table(authentication);
+  return find_value(names, name) == value;
+}
+
 const char* screenadm_alg_name_to_pkg(const char* name, const char* family) {
   if (name == nullptr) return nullptr;
   if (family != nullptr && strcmp(family, "SKIP") == 0) return find_package(kSkipPackages, name);

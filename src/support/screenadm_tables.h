@@ -11,6 +11,15 @@
 // algorithms it supports.
 int screenadm_skip_alg_name_to_id(const char* name, int version, int type);
 
+// The value of SKIP algorithm `name` in the full tables, the product's
+// extra algorithms included whatever the key device said; -1 for none.
+int screenadm_skip_alg_known_value(const char* name, int version, int type);
+
+// Whether `name` (either spelling, any case) is the IPsec algorithm of
+// `value` for the kernel request `operation`: 15 asks for an encryption,
+// 14 for an authentication algorithm.
+bool screenadm_ipsec_alg_is(const char* name, int operation, int value);
+
 // The package that holds the module of algorithm `name` for the family word
 // "SKIP" or any other word for IPsec; names are compared exactly.  Null for a
 // name without a package.

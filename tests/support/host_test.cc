@@ -46,7 +46,9 @@ TEST_F(HostDescriptionTest, DefaultsWithoutStatements) {
   ASSERT_TRUE(Parse(""));
   EXPECT_EQ(host.Release(), 0);
   EXPECT_FALSE(host.Wide());
-  EXPECT_FALSE(host.SkipLocalKey(1, {0x01}));
+  EXPECT_TRUE(host.SkipLocalKeys(1).empty());
+  EXPECT_TRUE(host.IpsecAlgorithmLoaded(15, 12));
+  EXPECT_TRUE(host.SkipAlgorithmSupported(241, 1, 2));
   EXPECT_EQ(host.LocalIdentity({"CN=gate"}, {}), 0);
   EXPECT_FALSE(host.IpsecUnavailable("AES"));
   EXPECT_FALSE(host.SkipUnavailable("DES-CBC"));
@@ -58,8 +60,8 @@ TEST_F(HostDescriptionTest, EveryOtherStatement) {
                     "ipsec-unavailable AES\nskip-unavailable RC4-40\n"));
   EXPECT_EQ(host.Release(), 8);
   EXPECT_TRUE(host.Wide());
-  EXPECT_TRUE(host.SkipLocalKey(1, {0x0a, 0x0b}));
-  EXPECT_FALSE(host.SkipLocalKey(2, {0x0a, 0x0b}));
+  EXPECT_EQ(host.SkipLocalKeys(1), (std::vector<std::vector<unsigned char>>{{0x0a, 0x0b}}));
+  EXPECT_TRUE(host.SkipLocalKeys(2).empty());
   EXPECT_TRUE(host.IpsecUnavailable("AES"));
   EXPECT_TRUE(host.SkipUnavailable("RC4-40"));
 }
@@ -109,7 +111,10 @@ TEST(LinuxHostTest, LoopbackDeviceExistsAndHasNoUsableAddress) {
   EXPECT_FALSE(host.InterfaceExists("nosuchdevice9"));
   EXPECT_FALSE(host.InterfaceExists("."));
   EXPECT_TRUE(host.InterfaceAddresses("lo").empty());
-  EXPECT_FALSE(host.SkipLocalKey(1, {1}));
+  EXPECT_TRUE(host.SkipLocalKeys(1).empty());
+  uint32_t address = 0;
+  EXPECT_TRUE(host.HostAddressOf("localhost", &address));
+  EXPECT_EQ(address, Ip("127.0.0.1"));
 }
 
 TEST(LinuxHostTest, ReleaseTextRule) {
@@ -119,6 +124,55 @@ TEST(LinuxHostTest, ReleaseTextRule) {
   EXPECT_EQ(LinuxHost::ReleaseOf("5.5"), 0);
   EXPECT_EQ(LinuxHost::ReleaseOf("6.1.0-18-amd64"), 0);
   EXPECT_EQ(LinuxHost::ReleaseOf("7"), 0);
+}
+
+}  // namespace
+
+#include "support/box_id.h"
+#include "support/host_query.h"
+#include "support/screenadm_tables.h"
+
+namespace {
+
+// The encryption questions of the host queries follow the chosen host.
+class DescribedEncryptionTest : public testing::Test {
+ protected:
+  void Describe(const std::string& text) {
+    auto host = std::make_unique<HostDescription>();
+    std::string error;
+    ASSERT_TRUE(host->Parse(text, "site.host", &error)) << error;
+    Host::Use(std::move(host));
+  }
+  void TearDown() override { Host::Use(nullptr); }
+};
+
+TEST_F(DescribedEncryptionTest, UnavailableAlgorithmsByNameAndKind) {
+  Describe("ipsec-unavailable aes\nipsec-unavailable SHA1\nskip-unavailable RC4-40\nwide\n");
+  EXPECT_EQ(screenadm_is64(), 1);
+  EXPECT_EQ(screenadm_is_module_loaded(12, "IPsec", 4, 0), 0);
+  EXPECT_EQ(screenadm_is_module_loaded(3, "IPsec", 4, 0), 1);
+  EXPECT_EQ(screenadm_is_module_loaded(3, "IPsec", 5, 0), 0);
+  EXPECT_EQ(screenadm_is_module_loaded(3, "SKIP", 1, 1), 0);
+  EXPECT_EQ(screenadm_is_module_loaded(240, "SKIP", 1, 2), 0);
+  EXPECT_EQ(screenadm_is_module_loaded(241, "SKIP", 1, 2), 1);
+  EXPECT_EQ(screenadm_skip_lists_read(), 1);
+  EXPECT_EQ(screenadm_skip_alg_name_to_id("Safer-128SK-CBC", 2, 0), 241);
+}
+
+TEST_F(DescribedEncryptionTest, LocalKeysOfTheDescription) {
+  Describe("skip-local-key 1 0a000001\n");
+  screen_box_id box;
+  ASSERT_EQ(screen_box_id_internalize(&box, "1 10.0.0.1"), 1);
+  EXPECT_EQ(screenadm_skip_local_id(box), 1);
+  ASSERT_EQ(screen_box_id_internalize(&box, "1 10.0.0.2"), 1);
+  EXPECT_EQ(screenadm_skip_local_id(box), 0);
+}
+
+TEST_F(DescribedEncryptionTest, RunningSystemWithoutModulesLetsAlgorithmsPass) {
+  Host::Use(nullptr);
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(screenadm_is_module_loaded(12, "IPsec", 4, 0), 1);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
 }  // namespace
