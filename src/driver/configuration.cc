@@ -5,10 +5,13 @@
 #include "driver/fw_file.h"
 #include "lang/parser.h"
 #include "lang/scanner.h"
+#include "model/day_of_week.h"
 #include "model/range_list.h"
 #include "model/registry.h"
 #include "policy/policy.h"
 #include "screen/ferrowall.h"
+#include "services/discriminator.h"
+#include "services/filter.h"
 
 Configuration* Config = nullptr;
 
@@ -27,20 +30,29 @@ Configuration::Configuration(FWFile* file)
       days_(new TList<DayOfWeek>),
       hours_(new RangeList) {}
 
+// After a complete statement the scratch lists are empty; elements are left
+// in them only by a statement that a syntax error cut off, and those belong
+// to nobody else.
+template <class T>
+static void DeleteScratchList(TList<T>* list) {
+  list->Delete_Data();
+  delete list;
+}
+
 Configuration::~Configuration() {
   DeleteAdminRules();
   delete registry_;
   delete policy_;
-  delete includes_;
-  delete excludes_;
-  delete forward_filters_;
-  delete reverse_filters_;
-  delete discriminators_;
-  delete group_services_;
-  delete engine_parameters_;
-  delete discriminator_parameters_;
-  delete address_words_;
-  delete days_;
+  DeleteScratchList(includes_);
+  DeleteScratchList(excludes_);
+  DeleteScratchList(forward_filters_);
+  DeleteScratchList(reverse_filters_);
+  DeleteScratchList(discriminators_);
+  DeleteScratchList(group_services_);
+  DeleteScratchList(engine_parameters_);
+  DeleteScratchList(discriminator_parameters_);
+  DeleteScratchList(address_words_);
+  DeleteScratchList(days_);
   delete hours_;
 }
 
