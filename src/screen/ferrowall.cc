@@ -43,6 +43,22 @@ bool NamedAs(const Entity* reference, const char* name) {
   return reference != nullptr && name != nullptr && strcmp(reference->Name(), name) == 0;
 }
 
+// ` WORD "name"` for a reference that is there.
+std::ostream& PrintReference(std::ostream& out, const char* word, const Entity* reference) {
+  if (reference != nullptr) out << word << '"' << reference->Name() << '"';
+  return out;
+}
+
+// A name of the IKE form, with "NONE" standing for a missing one.
+std::ostream& QuotedOrNone(std::ostream& out, const Entity* reference) {
+  return out << '"' << (reference != nullptr ? reference->Name() : "NONE") << '"';
+}
+
+// The authentication method stands bare when it is set.
+std::ostream& AuthenticationOrNone(std::ostream& out, const Entity* reference) {
+  return reference != nullptr ? out << reference->Name() : QuotedOrNone(out, reference);
+}
+
 void Rename(Entity* reference, const char* old_name, const char* new_name) {
   if (NamedAs(reference, old_name)) reference->Name(new_name);
 }
@@ -245,6 +261,111 @@ Address* Ferrowall::ComputeHA(const TList<Entity>& screens) const {
       hosts->Include(Range(screen.ha_ip_, screen.ha_ip_, RT_ADDRESS, RS_ADDRESSES));
   }
   return hosts;
+}
+
+namespace {
+
+// The words in which statements and listings differ.
+struct ScreenWords {
+  const char* skip_certificate;
+  const char* keys;
+  const char* datas;
+  const char* macs;
+  const char* compressions;
+  const char* certificate_discovery;
+  const char* routing;
+  const char* ha_ip;
+};
+
+const ScreenWords kStatementWords = {" CERTIFICATE ", " KEYS ", " DATAS ", " MACS ", " COMPRESSIONS ",
+                                          " CERTIFICATE_DISCOVERY", " ROUTING", " HA_ADMIN_IP "};
+const ScreenWords kListingWords = {" ADMIN_CERTIFICATE ", " KEY ", " DATA ", " MAC ", " COMPRESSION ",
+                                        " CDP", " RIP", " HA_IP "};
+
+}  // namespace
+
+bool Ferrowall::HasIKE() const {
+  return ike_encryption_ != nullptr || ike_hash_ != nullptr || oakley_group_ != 0 ||
+         ike_authentication_ != nullptr || ike_certificate_ != nullptr || ah_params_ != nullptr ||
+         esp_params_ != nullptr;
+}
+
+std::ostream& Ferrowall::PrintIKE(std::ostream& out) const {
+  out << " IKE ";
+  QuotedOrNone(out, ike_encryption_) << ' ';
+  QuotedOrNone(out, ike_hash_) << ' ' << oakley_group_ << ' ';
+  AuthenticationOrNone(out, ike_authentication_) << ' ';
+  return QuotedOrNone(out, ike_certificate_) << ' ';
+}
+
+std::ostream& Ferrowall::EnumerateIKE(std::ostream& out) const {
+  out << " IKE(";
+  if (ike_encryption_ != nullptr || ike_hash_ != nullptr || oakley_group_ != 0 || ike_authentication_ != nullptr) {
+    QuotedOrNone(out, ike_encryption_) << ", ";
+    QuotedOrNone(out, ike_hash_) << ", " << oakley_group_ << ", ";
+    AuthenticationOrNone(out, ike_authentication_) << ", ";
+  }
+  return QuotedOrNone(out, ike_certificate_) << ") ";
+}
+
+std::ostream& Ferrowall::PrintStealthNetwork(std::ostream& out, bool listing) const {
+  if (clk_network_ == nullptr) return out;
+  if (listing) return clk_network_->Enumerate(out << " STEALTH_NET ");
+  if (clk_network_->Style() != RS_DOTTED_MASK) return clk_network_->Print(out << " CLKNET ");
+  uint32_t mask = ~(clk_network_->Start() ^ clk_network_->End());
+  return out << " CLK " << dotted_address(clk_network_->Start()) << ' ' << dotted_address(mask);
+}
+
+std::ostream& Ferrowall::PrintSettings(std::ostream& out, bool listing) const {
+  const ScreenWords& words = listing ? kListingWords : kStatementWords;
+  out << " SCREEN";
+  if (admin_ip_ != nullptr) {
+    if (admin_ip_->Inline()) out << " ADMIN_IP " << admin_ip_->Name();
+    else PrintReference(out, " ADMIN_IP ", admin_ip_);
+  }
+  if (HasIKE()) listing ? EnumerateIKE(out) : PrintIKE(out);
+  PrintReference(out, words.skip_certificate, skip_certificate_);
+  PrintReference(out, words.keys, key_algorithm_);
+  PrintReference(out, words.datas, data_algorithm_);
+  PrintReference(out, words.macs, mac_algorithm_);
+  PrintReference(out, words.compressions, compression_algorithm_);
+  PrintReference(out, " TUNNEL ", tunnel_);
+  PrintReference(out, " MASTER ", master_);
+  if (timeout_ != 0) out << " TIMEOUT " << timeout_;
+  if (certificate_discovery_) out << words.certificate_discovery;
+  if (dest_check_) out << " DEST_CHECK";
+  if (routing_) out << words.routing;
+  if (dns_) out << " DNS";
+  if (nis_) out << " NIS";
+  if (log_size_ != 0) out << " LOGSIZE " << log_size_;
+  if (ha_primary_) out << " HA_PRIMARY";
+  if (ha_secondary_) out << " HA_SECONDARY";
+  if (ha_ip_ != 0) out << words.ha_ip << dotted_address(ha_ip_);
+  if (ha_ether_ != nullptr) {
+    ether_addr ether;
+    memcpy(ether.ether_addr_octet, ha_ether_, sizeof ether.ether_addr_octet);
+    const char* quote = listing ? "" : "\"";
+    out << " HA_ETHER " << quote << ether_ntoa(&ether) << quote;
+  }
+  if (snmp_recipients_ != nullptr && !snmp_recipients_->Empty()) {
+    if (listing) out << " SNMP";
+    for (TList_Cell<unsigned>* cell = snmp_recipients_->Head(); cell != nullptr; cell = cell->Next())
+      out << ' ' << dotted_address(*cell->Data());
+  }
+  if (snmp_timer_ != 0) out << " SNMP_TIMER " << snmp_timer_;
+  PrintStealthNetwork(out, listing);
+  if (Description() != nullptr) out << " COMMENT \"" << Description() << '"';
+  return out;
+}
+
+std::ostream& Ferrowall::Print(std::ostream& out) const {
+  return PrintSettings(out << '"' << Name() << '"', false);
+}
+
+std::ostream& Ferrowall::Enumerate(std::ostream& out, Enumerate_Type type) const {
+  out << '"' << Name() << '"';
+  if (type != ENUM_NAME) PrintSettings(out, true);
+  return out << '\n';
 }
 
 TList<Entity>* Ferrowall::GenerateAdminRules(Registry&) { return new TList<Entity>; }

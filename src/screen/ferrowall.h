@@ -74,6 +74,10 @@ class Ferrowall : public Entity {
   // either certificate.
   int Refer(Config_Objects kind, const char* name, int print) const override;
   void RenameReference(Config_Objects kind, const char* old_name, const char* new_name) override;
+  // The name; in a full line also the settings, in the words of listings.
+  std::ostream& Enumerate(std::ostream& out, Enumerate_Type type) const override;
+  // The screen statement without its final ';'.
+  std::ostream& Print(std::ostream& out) const override;
 
   // Works out the virtual name before anything is resolved; 1, with the
   // message on `out`, for an HA secondary without a master, else 0.
@@ -126,6 +130,13 @@ class Ferrowall : public Entity {
   Address* HA_HOSTS() const { return ha_hosts_; }
 
  private:
+  // Everything behind the name, as a statement or as a listing.
+  std::ostream& PrintSettings(std::ostream& out, bool listing) const;
+  std::ostream& PrintIKE(std::ostream& out) const;
+  std::ostream& EnumerateIKE(std::ostream& out) const;
+  std::ostream& PrintStealthNetwork(std::ostream& out, bool listing) const;
+  bool HasIKE() const;
+
   // The HA interfaces among the routing interfaces.
   static int CountHAInterfaces(const Registry& registry);
   // Links the ADMIN_IP: an inline address is its own object.

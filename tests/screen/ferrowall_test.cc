@@ -357,4 +357,79 @@ TEST_F(FerrowallTest, ComputeHASkipsScreensOfTheSameName) {
   delete hosts;
 }
 
+// A screen with every option of the statement set.
+FerrowallSettings FullSettings(simplerange* clk) {
+  FerrowallSettings settings;
+  settings.admin_ip = new Address("adm", nullptr, nullptr, ADDRESS_SINGLE);
+  settings.ike_encryption = "3DES-CBC";
+  settings.oakley_group = 2;
+  settings.ike_authentication = "PRE-SHARED";
+  settings.skip_certificate = "skipc";
+  settings.key_algorithm = "k";
+  settings.data_algorithm = "d";
+  settings.mac_algorithm = "m";
+  settings.compression_algorithm = "c";
+  settings.tunnel = "tun";
+  settings.master = "boss";
+  settings.timeout = 30;
+  settings.certificate_discovery = settings.dest_check = settings.routing = settings.dns = settings.nis = 1;
+  settings.log_size = 100;
+  settings.ha_primary = 1;
+  settings.ha_ip = ip("10.9.0.1");
+  settings.ha_ether = "8:0:20:a:b:ff";
+  settings.snmp_recipients = new TList<unsigned>;
+  settings.snmp_recipients->Append(*new unsigned(ip("10.0.0.9")));
+  settings.snmp_recipients->Append(*new unsigned(ip("10.0.0.10")));
+  settings.snmp_timer = 60;
+  *clk = {ip("10.1.0.0"), ip("10.1.255.255"), RS_DOTTED_MASK};
+  settings.stealth_network = clk;
+  settings.comment = "all";
+  return settings;
+}
+
+std::string statement(const Entity& entity) {
+  std::ostringstream out;
+  entity.Print(out);
+  return out.str();
+}
+
+std::string listing(const Entity& entity, Enumerate_Type type) {
+  std::ostringstream out;
+  entity.Enumerate(out, type);
+  return out.str();
+}
+
+TEST_F(FerrowallTest, StatementWithEveryOption) {
+  simplerange clk;
+  const Ferrowall& screen = AddScreen("s", FullSettings(&clk));
+  EXPECT_EQ(statement(screen),
+            "\"s\" SCREEN ADMIN_IP \"adm\" IKE \"3DES-CBC\" \"NONE\" 2 PRE-SHARED \"NONE\"  CERTIFICATE \"skipc\""
+            " KEYS \"k\" DATAS \"d\" MACS \"m\" COMPRESSIONS \"c\" TUNNEL \"tun\" MASTER \"boss\" TIMEOUT 30"
+            " CERTIFICATE_DISCOVERY DEST_CHECK ROUTING DNS NIS LOGSIZE 100 HA_PRIMARY HA_ADMIN_IP 10.9.0.1"
+            " HA_ETHER \"8:0:20:a:b:ff\" 10.0.0.9 10.0.0.10 SNMP_TIMER 60 CLK 10.1.0.0 255.255.0.0"
+            " COMMENT \"all\"");
+  EXPECT_EQ(listing(screen, ENUM_FULL),
+            "\"s\" SCREEN ADMIN_IP \"adm\" IKE(\"3DES-CBC\", \"NONE\", 2, PRE-SHARED, \"NONE\")  ADMIN_CERTIFICATE"
+            " \"skipc\" KEY \"k\" DATA \"d\" MAC \"m\" COMPRESSION \"c\" TUNNEL \"tun\" MASTER \"boss\""
+            " TIMEOUT 30 CDP DEST_CHECK RIP DNS NIS LOGSIZE 100 HA_PRIMARY HA_IP 10.9.0.1"
+            " HA_ETHER 8:0:20:a:b:ff SNMP 10.0.0.9 10.0.0.10 SNMP_TIMER 60 STEALTH_NET 10.1.0.0/255.255.0.0"
+            " COMMENT \"all\"\n");
+  EXPECT_EQ(listing(screen, ENUM_NAME), "\"s\"\n");
+}
+
+TEST_F(FerrowallTest, StatementLeavesDefaultsOutAndWritesInlineAddressesBare) {
+  EXPECT_EQ(statement(*registry.Screens().Head()->Data()), "\"*\" SCREEN");
+  simplerange admin = {ip("10.0.0.1"), ip("10.0.0.1"), RS_ADDRESSES};
+  simplerange net = {ip("10.2.0.0"), ip("10.2.0.255"), RS_PREFIX};
+  FerrowallSettings settings;
+  settings.admin_ip = new Address(&admin);
+  settings.ike_certificate = "ikec";
+  settings.stealth_network = &net;
+  const Ferrowall& screen = AddScreen("s", settings);
+  EXPECT_EQ(statement(screen),
+            "\"s\" SCREEN ADMIN_IP 10.0.0.1 IKE \"NONE\" \"NONE\" 0 \"NONE\" \"ikec\"  CLKNET 10.2.0.0/24");
+  EXPECT_EQ(listing(screen, ENUM_FULL),
+            "\"s\" SCREEN ADMIN_IP 10.0.0.1 IKE(\"ikec\")  STEALTH_NET 10.2.0.0/24\n");
+}
+
 }  // namespace

@@ -393,4 +393,55 @@ TEST_F(InterfaceTest, StealthCleanUpEmptiesBothRuleLists) {
   EXPECT_EQ(clk_interface.Routers(), nullptr);
 }
 
+TEST_F(InterfaceTest, StatementsOfEachKind) {
+  Interface gwy("hme0", "inside", INTERFACE_GWY, LOG_SUMMARY, SNMP_TRAP, ICMP_HOST_UNREACHABLE, "s",
+                "first", 1, "shared");
+  Interface plain_gwy("hme1", "outside", INTERFACE_GWY, LOG_NONE, SNMP_NONE, ICMP_NONE, nullptr, nullptr,
+                      0, nullptr);
+  Interface disabled("qfe0", "off", INTERFACE_DISABLED, LOG_DETAIL, SNMP_TRAP, ICMP_NONE, nullptr, "c", 0,
+                     nullptr);
+  Interface ha("ha0", "hanet", INTERFACE_HA, LOG_DETAIL, SNMP_NONE, ICMP_NONE, nullptr, nullptr, 0, nullptr);
+  TList<unsigned>* routers = new TList<unsigned>;
+  routers->Append(*new unsigned(ip("10.1.0.1")));
+  routers->Append(*new unsigned(ip("10.1.0.2")));
+  InterfaceCLK clk("qfe1", "bridge", LOG_NONE, SNMP_TRAP, ICMP_NONE, routers, nullptr, nullptr);
+  InterfaceCLK bare_clk("qfe2", "bridge", LOG_NONE, SNMP_NONE, ICMP_NONE, nullptr, "s", nullptr);
+  auto text = [](const Entity& entity) {
+    std::ostringstream out;
+    out << entity;
+    return out.str();
+  };
+  EXPECT_EQ(text(gwy),
+            "\"hme0\"\tINTERFACE\tGWY\t\"inside\"\t COMPLETE \"shared\" LOG SUMMARY \tSNMP \tICMP "
+            "HOST_UNREACHABLE \tSCREEN\t\"s\"\tCOMMENT\t\"first\";\n");
+  EXPECT_EQ(text(plain_gwy), "\"hme1\"\tINTERFACE\tGWY\t\"outside\"\t \t\t ;\n");
+  EXPECT_EQ(text(disabled), "\"qfe0\"\tINTERFACE\tDISABLED\t\"off\"\t\tCOMMENT\t\"c\";\n");
+  EXPECT_EQ(text(ha), "\"ha0\"\tINTERFACE\tHA\t\"hanet\"\tLOG DETAIL \t\t ;\n");
+  EXPECT_EQ(text(clk), "\"qfe1\"\tINTERFACE\tCLK\t\"bridge\"\t \tSNMP \t  10.1.0.1 10.1.0.2 ;\n");
+  EXPECT_EQ(text(bare_clk), "\"qfe2\"\tINTERFACE\tCLK\t\"bridge\"\t \t\t \tSCREEN\t\"s\";\n");
+}
+
+TEST_F(InterfaceTest, ListingLines) {
+  Interface gwy("hme0", "inside", INTERFACE_GWY, LOG_SUMMARY, SNMP_TRAP, ICMP_NONE, "s", "first", 1,
+                "shared");
+  Interface admin("hme1", "adm", INTERFACE_ADMIN, LOG_NONE, SNMP_NONE, ICMP_NET_FORBIDDEN, nullptr, nullptr,
+                  0, nullptr);
+  TList<unsigned>* routers = new TList<unsigned>;
+  routers->Append(*new unsigned(ip("10.1.0.1")));
+  InterfaceCLK clk("qfe1", "bridge", LOG_NONE, SNMP_NONE, ICMP_NONE, routers, nullptr, "c");
+  auto line = [](const Entity& entity, Enumerate_Type type) {
+    std::ostringstream out;
+    entity.Enumerate(out, type);
+    return out.str();
+  };
+  EXPECT_EQ(line(gwy, ENUM_FULL),
+            "SCREEN \"s\" \"hme0\" ROUTING \"inside\"  COMPLETE  OVERLAP \"shared\" LOG SUMMARY SNMP   "
+            "COMMENT \"first\"\n");
+  EXPECT_EQ(line(gwy, ENUM_NAME), "\"hme0\" ROUTING\n");
+  EXPECT_EQ(line(admin, ENUM_FULL), "\"hme1\" ADMIN \"adm\"  INCOMPLETE  ICMP NET_FORBIDDEN \n");
+  EXPECT_EQ(line(clk, ENUM_FULL),
+            "\"qfe1\" STEALTH \"bridge\"  COMPLETE   ROUTER 10.1.0.1  COMMENT \"c\"\n");
+  EXPECT_EQ(line(clk, ENUM_NAME), "\"qfe1\" STEALTH\n");
+}
+
 }  // namespace
