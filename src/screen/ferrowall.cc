@@ -59,6 +59,22 @@ std::ostream& AuthenticationOrNone(std::ostream& out, const Entity* reference) {
   return reference != nullptr ? out << reference->Name() : QuotedOrNone(out, reference);
 }
 
+// Whether a linked certificate belongs to another key management than
+// `wanted`.
+bool CertificateTypeDiffers([[maybe_unused]] Entity* resolved, [[maybe_unused]] IPSEC_TYPE wanted) {
+#ifdef FW_HAVE_CERTIFICATES
+  return resolved != nullptr && static_cast<Certificate*>(resolved)->IPsecType() != wanted;
+#else
+  return false;
+#endif
+}
+
+// Ends a message with the quoted name; counts as one error.
+int ReportName(std::ostream& out, const Entity& reference) {
+  out << '"' << reference.Name() << '"' << std::endl;
+  return 1;
+}
+
 void Rename(Entity* reference, const char* old_name, const char* new_name) {
   if (NamedAs(reference, old_name)) reference->Name(new_name);
 }
@@ -136,15 +152,20 @@ int Ferrowall::Resolve(Config_Objects kind, TList<Entity>& list, std::ostream& o
   switch (kind) {
     case CO_SCREEN:
       return Link(*this, master_, list, 0, "SCREEN", &master_resolved_, out);
-    case CO_ADDRESS:
-      return ResolveAdminIP(list, out) + Link(*this, tunnel_, list, 1, "ADDRESS", &tunnel_resolved_, out);
-    case CO_CERTIFICATE:
-      return Link(*this, ike_certificate_, list, 1, "CERTIFICATE", &ike_certificate_resolved_, out) +
-             Link(*this, skip_certificate_, list, 1, "CERTIFICATE", &skip_certificate_resolved_, out);
-    case CO_ALGORITHM:
-      return Link(*this, ike_authentication_, list, 0, "ALGORITHM", &ike_authentication_resolved_, out) +
-             Link(*this, ike_encryption_, list, 0, "ALGORITHM", &ike_encryption_resolved_, out) +
-             Link(*this, ike_hash_, list, 0, "ALGORITHM", &ike_hash_resolved_, out);
+    case CO_ADDRESS: {
+      // Each step reports in its turn, so the sums are built one by one.
+      int errors = ResolveAdminIP(list, out);
+      return errors + Link(*this, tunnel_, list, 1, "ADDRESS", &tunnel_resolved_, out);
+    }
+    case CO_CERTIFICATE: {
+      int errors = Link(*this, ike_certificate_, list, 1, "CERTIFICATE", &ike_certificate_resolved_, out);
+      return errors + Link(*this, skip_certificate_, list, 1, "CERTIFICATE", &skip_certificate_resolved_, out);
+    }
+    case CO_ALGORITHM: {
+      int errors = Link(*this, ike_authentication_, list, 0, "ALGORITHM", &ike_authentication_resolved_, out);
+      errors += Link(*this, ike_encryption_, list, 0, "ALGORITHM", &ike_encryption_resolved_, out);
+      return errors + Link(*this, ike_hash_, list, 0, "ALGORITHM", &ike_hash_resolved_, out);
+    }
     case CO_ALG_KEY:
       return Link(*this, key_algorithm_, list, 0, "KEY ALGORITHM", &key_algorithm_resolved_, out);
     case CO_ALG_DATA:
@@ -159,27 +180,18 @@ int Ferrowall::Resolve(Config_Objects kind, TList<Entity>& list, std::ostream& o
   }
 }
 
-int Ferrowall::CheckCertificateType(const Entity* reference, Entity* resolved, [[maybe_unused]] int wanted,
-                                    [[maybe_unused]] const char* message,
-                                    [[maybe_unused]] std::ostream& out) const {
-  if (reference == nullptr || resolved == nullptr) return 0;
-#ifdef FW_HAVE_CERTIFICATES
-  if (static_cast<Certificate*>(resolved)->IPsecType() == wanted) return 0;
-  out << message << '"' << reference->Name() << '"' << std::endl;
-  return 1;
-#else
-  return 0;
-#endif
-}
-
 int Ferrowall::Resolve2(Config_Objects kind, TList<Entity>&, std::ostream& out) {
   if (kind != CO_CERTIFICATE) return 0;
-  return CheckCertificateType(ike_certificate_, ike_certificate_resolved_, 3,
-                              fwi18n_text(kSet, 1, "Error: Screen refers to non-IKE Certificate type: "),
-                              out) +
-         CheckCertificateType(skip_certificate_, skip_certificate_resolved_, 1,
-                              fwi18n_text(kSet, 2, "Error: Screen refers to non-SKIP Certificate type: "),
-                              out);
+  int errors = 0;
+  if (ike_certificate_ != nullptr && CertificateTypeDiffers(ike_certificate_resolved_, IPSEC_IKE)) {
+    out << fwi18n_text(kSet, 1, "Error: Screen refers to non-IKE Certificate type: ");
+    errors += ReportName(out, *ike_certificate_);
+  }
+  if (skip_certificate_ != nullptr && CertificateTypeDiffers(skip_certificate_resolved_, IPSEC_SKIP)) {
+    out << fwi18n_text(kSet, 2, "Error: Screen refers to non-SKIP Certificate type: ");
+    errors += ReportName(out, *skip_certificate_);
+  }
+  return errors;
 }
 
 int Ferrowall::Refer(Config_Objects kind, const char* name, int print) const {
@@ -192,9 +204,13 @@ int Ferrowall::Refer(Config_Objects kind, const char* name, int print) const {
 
 void Ferrowall::RenameReference(Config_Objects kind, const char* old_name, const char* new_name) {
   switch (kind) {
-    case CO_SCREEN:
+    case CO_SCREEN: {
+      // The virtual name may be the master's text, which the rename frees.
+      bool virtual_is_reference = master_ != nullptr && virtual_name_ == master_->Name();
       Rename(master_, old_name, new_name);
+      if (virtual_is_reference) virtual_name_ = master_->Name();
       break;
+    }
     case CO_ADDRESS:
       Rename(tunnel_, old_name, new_name);
       break;

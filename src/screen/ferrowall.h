@@ -141,9 +141,6 @@ class Ferrowall : public Entity {
   static int CountHAInterfaces(const Registry& registry);
   // Links the ADMIN_IP: an inline address is its own object.
   int ResolveAdminIP(TList<Entity>& list, std::ostream& out);
-  // 1, reported on `out`, when a certificate isn't of type `wanted`.
-  int CheckCertificateType(const Entity* reference, Entity* resolved, int wanted,
-                           const char* message, std::ostream& out) const;
 
   Address* admin_ip_ = nullptr;
   Address* admin_ip_resolved_ = nullptr;
