@@ -73,45 +73,6 @@ class FerrowallTest : public testing::Test {
   std::ostringstream errors;
 };
 
-TEST_F(FerrowallTest, NameOnlyScreenHoldsNothing) {
-  Ferrowall screen("s");
-  EXPECT_STREQ(screen.VirtualName(), "s");
-  EXPECT_EQ(screen.HA_IP(), 0u);
-  EXPECT_EQ(screen.AdminIP(), nullptr);
-  EXPECT_EQ(screen.CLKNetwork(), nullptr);
-  EXPECT_EQ(screen.SNMP_Recipients(), nullptr);
-  for (Config_Objects kind : {CO_ADDRESS, CO_SCREEN, CO_CERTIFICATE, CO_ALGORITHM, CO_ALG_KEY})
-    EXPECT_EQ(screen.Resolve(kind, registry.Addresses(), errors), 0);
-  EXPECT_EQ(errors.str(), "");
-}
-
-TEST_F(FerrowallTest, ConstructorKeepsTheStatementsValues) {
-  FerrowallSettings settings;
-  settings.ha_ether = "8:0:20:a:b:ff";
-  settings.snmp_recipients = new TList<unsigned>;
-  settings.snmp_recipients->Append(*new unsigned(ip("10.0.0.9")));
-  simplerange clk = {ip("10.1.0.0"), ip("10.1.255.255"), RS_DOTTED_MASK};
-  settings.stealth_network = &clk;
-  settings.log_size = 42;
-  settings.comment = "edge";
-  const Ferrowall& screen = AddScreen("s", settings);
-  ASSERT_NE(screen.HA_Ether(), nullptr);
-  EXPECT_EQ(std::vector<unsigned char>(screen.HA_Ether(), screen.HA_Ether() + 6),
-            (std::vector<unsigned char>{0x08, 0x00, 0x20, 0x0a, 0x0b, 0xff}));
-  ASSERT_NE(screen.SNMP_Recipients(), nullptr);
-  EXPECT_EQ(*screen.SNMP_Recipients()->Head()->Data(), ip("10.0.0.9"));
-  ASSERT_NE(screen.CLKNetwork(), nullptr);
-  EXPECT_EQ(screen.CLKNetwork()->Start(), ip("10.1.0.0"));
-  EXPECT_EQ(screen.CLKNetwork()->End(), ip("10.1.255.255"));
-  EXPECT_EQ(screen.CLKNetwork()->Style(), RS_DOTTED_MASK);
-  EXPECT_EQ(screen.LogSize(), 42);
-  EXPECT_STREQ(screen.Description(), "edge");
-
-  FerrowallSettings bad_ether;
-  bad_ether.ha_ether = "not an ether address";
-  EXPECT_EQ(AddScreen("t", bad_ether).HA_Ether(), nullptr);
-}
-
 TEST_F(FerrowallTest, VirtualNameOfScreensWithoutTheSecondaryRole) {
   Ferrowall& slave = AddHAScreen("slave", 0, 0, nullptr, "boss");
   Ferrowall& primary = AddHAScreen("primary", 1, 0, "10.9.0.1", nullptr);
@@ -427,6 +388,7 @@ TEST_F(FerrowallTest, StatementLeavesDefaultsOutAndWritesInlineAddressesBare) {
   FerrowallSettings settings;
   settings.admin_ip = new Address(&admin);
   settings.ike_certificate = "ikec";
+  settings.ha_ether = "not an ether address";
   settings.stealth_network = &net;
   const Ferrowall& screen = AddScreen("s", settings);
   EXPECT_EQ(statement(screen),

@@ -73,19 +73,6 @@ class InterfaceTest : public testing::Test {
 
 const Ranges kMulticast = {"224.0.0.0-239.255.255.255"};
 
-TEST_F(InterfaceTest, GrammarConstructorStartsWithEmptyNamedAddresses) {
-  Interface interface("hme0", "inside", INTERFACE_GWY, LOG_DETAIL, SNMP_TRAP, ICMP_PORT_UNREACHABLE,
-                      "s", "c", 1, "shared");
-  EXPECT_STREQ(interface.ProtectedAddress()->Name(), "inside");
-  EXPECT_STREQ(interface.InterfaceAddress()->Name(), "interface");
-  EXPECT_STREQ(interface.OtherAddress()->Name(), "Other");
-  ASSERT_NE(interface.Overlap(), nullptr);
-  EXPECT_STREQ(interface.Overlap()->Name(), "shared");
-  EXPECT_TRUE(interface.ProtectedAddress()->Ranges().Empty());
-  EXPECT_EQ(interface.Strict(), 1);
-  EXPECT_EQ(Make("hme1", INTERFACE_ADMIN)->Overlap(), nullptr);
-}
-
 TEST_F(InterfaceTest, ReverseConstructorCopiesOrNamesAfterItself) {
   auto inside = address_of("Protected", "10.0.0.0", "10.0.0.255");
   Interface reverse("Ferrowall", "Reverse Interface", inside.get(), nullptr, 0, nullptr);
@@ -231,16 +218,6 @@ TEST_F(InterfaceTest, LoopbackUnknownAndDisabledInterfacesGetNoHostValues) {
             (Ranges{"0.0.0.0", "224.0.0.0-239.255.255.255", "255.255.255.255"}));
 }
 
-TEST_F(InterfaceTest, ResetBroadcastAddressesEmptiesAndNamesTheSets) {
-  Make("hme0", INTERFACE_GWY)->SetAddresses(screen);
-  Interface::ResetBroadcastAddresses();
-  EXPECT_TRUE(Interface::BroadcastAddressGWY().Ranges().Empty());
-  EXPECT_TRUE(Interface::BroadcastAddressCLK().Ranges().Empty());
-  EXPECT_STREQ(Interface::BroadcastAddressAdmin().Name(), "Broadcast Admin");
-  EXPECT_STREQ(Interface::BroadcastAddressGWY().Name(), "Broadcast Routing");
-  EXPECT_STREQ(Interface::BroadcastAddressCLK().Name(), "Broadcast Stealth");
-}
-
 // Interfaces with given protected and interface addresses, as the
 // registry holds them after resolution.
 class OtherAddressTest : public InterfaceTest {
@@ -301,54 +278,19 @@ TEST_F(OtherAddressTest, OverlapIsNotForeignButTheNeighboursHostsInItAre) {
             (Ranges{"0.0.0.0-9.255.255.255", "10.0.1.0", "10.0.1.2-255.255.255.255"}));
 }
 
-TEST_F(InterfaceTest, SetOperationsWorkOnTheProtectedAddress) {
-  TList<Entity> addresses;
-  auto nets = address_of("nets", "10.0.0.0", "10.0.0.255");
-  addresses.Append(*nets);
-  auto interface = Make("hme0", INTERFACE_GWY);
-  interface->Resolve(CO_ADDRESS, addresses, errors);
-  Interface neighbour("n", nullptr, address_of("p", "10.0.0.128", "10.0.1.255").get(), nullptr, 0, nullptr);
-  EXPECT_TRUE(interface->Intersects(neighbour));
-  EXPECT_TRUE(interface->Equal(*nets));
-  auto outside = address_of("x", "10.0.1.0", "10.0.1.255");
-  EXPECT_FALSE(interface->Intersects(*outside));
-  auto part = address_of("part", "10.0.0.200", "10.0.5.0");
-  Address* common = interface->Intersection(*part);
-  EXPECT_EQ(ranges_of(*common), Ranges{"10.0.0.200-10.0.0.255"});
-  EXPECT_NE(common, interface->ProtectedAddress());
-  delete common;
-}
-
-TEST_F(InterfaceTest, MarkAndCleanUp) {
-  auto interface = Make("hme0", INTERFACE_GWY);
+TEST_F(InterfaceTest, MarkAndCleanUpReachBothRuleListsOfAStealthInterface) {
+  InterfaceCLK clk_interface("qfe0", "nets", LOG_NONE, SNMP_NONE, ICMP_NONE, nullptr, nullptr, nullptr);
   Entity* rule = new Entity("rule", nullptr, nullptr, 0);
-  interface->Rules().Append(*rule);
-  interface->Mark();
+  Entity* ether = new Entity("ether", nullptr, nullptr, 0);
+  clk_interface.Rules().Append(*rule);
+  clk_interface.EtherRules().Append(*ether);
+  clk_interface.Mark();
   EXPECT_EQ(rule->Used(), 1);
-  EXPECT_EQ(interface->ProtectedAddress()->Used(), 1);
-  interface->UniqueID();
-  interface->CleanUp();
-  EXPECT_TRUE(interface->Rules().Empty());
-  EXPECT_EQ(interface->UniqueID(), 1u);
-}
-
-TEST_F(InterfaceTest, OptionWords) {
-  auto text = [](auto print) {
-    std::ostringstream out;
-    print(out);
-    return out.str();
-  };
-  EXPECT_EQ(text([](std::ostream& o) { Interface::PrintLog(o, LOG_SUMMARY); }), "LOG SUMMARY ");
-  EXPECT_EQ(text([](std::ostream& o) { Interface::PrintLog(o, LOG_DETAIL); }), "LOG DETAIL ");
-  EXPECT_EQ(text([](std::ostream& o) { Interface::PrintLog(o, LOG_SESSION); }), " ");
-  EXPECT_EQ(text([](std::ostream& o) { Interface::PrintSNMP(o, SNMP_TRAP); }), "SNMP ");
-  EXPECT_EQ(text([](std::ostream& o) { Interface::PrintSNMP(o, SNMP_NONE); }), "");
-  EXPECT_EQ(text([](std::ostream& o) { Interface::PrintICMP(o, ICMP_NET_UNREACHABLE); }),
-            "ICMP NET_UNREACHABLE ");
-  EXPECT_EQ(text([](std::ostream& o) { Interface::PrintICMP(o, ICMP_HOST_FORBIDDEN); }),
-            "ICMP HOST_FORBIDDEN ");
-  EXPECT_EQ(text([](std::ostream& o) { Interface::PrintICMP(o, ICMP_NONE); }), " ");
-  EXPECT_EQ(text([](std::ostream& o) { Interface::PrintICMP(o, static_cast<ICMP_Type>(6)); }), " ");
+  EXPECT_EQ(ether->Used(), 1);
+  EXPECT_EQ(clk_interface.ProtectedAddress()->Used(), 1);
+  clk_interface.CleanUp();
+  EXPECT_TRUE(clk_interface.Rules().Empty());
+  EXPECT_TRUE(clk_interface.EtherRules().Empty());
 }
 
 TEST_F(InterfaceTest, StealthInterfaceTakesTheScreensStealthNetwork) {
@@ -376,21 +318,6 @@ TEST_F(InterfaceTest, StealthInterfaceTakesTheScreensStealthNetwork) {
   EXPECT_TRUE(clk_interface.InterfaceAddress()->Ranges().Empty());
   EXPECT_EQ(ranges_of(Interface::BroadcastAddressCLK()),
             (Ranges{"0.0.0.0", "224.0.0.0-239.255.255.255", "255.255.255.255"}));
-}
-
-TEST_F(InterfaceTest, StealthCleanUpEmptiesBothRuleLists) {
-  InterfaceCLK clk_interface("qfe0", "nets", LOG_NONE, SNMP_NONE, ICMP_NONE, nullptr, nullptr, nullptr);
-  Entity* rule = new Entity("rule", nullptr, nullptr, 0);
-  Entity* ether = new Entity("ether", nullptr, nullptr, 0);
-  clk_interface.Rules().Append(*rule);
-  clk_interface.EtherRules().Append(*ether);
-  clk_interface.Mark();
-  EXPECT_EQ(rule->Used(), 1);
-  EXPECT_EQ(ether->Used(), 1);
-  clk_interface.CleanUp();
-  EXPECT_TRUE(clk_interface.Rules().Empty());
-  EXPECT_TRUE(clk_interface.EtherRules().Empty());
-  EXPECT_EQ(clk_interface.Routers(), nullptr);
 }
 
 TEST_F(InterfaceTest, StatementsOfEachKind) {
