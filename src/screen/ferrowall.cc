@@ -6,6 +6,7 @@
 #include <iostream>
 
 #include "crypto/algorithm.h"
+#include "crypto/certificate.h"
 #include "crypto/ipsec_ike_ah_params.h"
 #include "crypto/ipsec_ike_esp_params.h"
 #include "model/address.h"
@@ -13,12 +14,7 @@
 #include "screen/interface.h"
 #include "support/fwi18n.h"
 
-// Certificates join the build separately; until they do, the type check of
-// Resolve2 has nothing to ask.
-#if __has_include("crypto/certificate.h")
 #include "crypto/certificate.h"
-#define FW_HAVE_CERTIFICATES 1
-#endif
 
 namespace {
 
@@ -43,6 +39,34 @@ unsigned char* NewEtherAddress(const char* text) {
 
 bool NamedAs(const Entity* reference, const char* name) {
   return reference != nullptr && name != nullptr && strcmp(reference->Name(), name) == 0;
+}
+
+// ` WORD "name"` for a reference that is there.
+std::ostream& PrintReference(std::ostream& out, const char* word, const Entity* reference) {
+  if (reference != nullptr) out << word << '"' << reference->Name() << '"';
+  return out;
+}
+
+// A name of the IKE form, with "NONE" standing for a missing one.
+std::ostream& QuotedOrNone(std::ostream& out, const Entity* reference) {
+  return out << '"' << (reference != nullptr ? reference->Name() : "NONE") << '"';
+}
+
+// The authentication method stands bare when it is set.
+std::ostream& AuthenticationOrNone(std::ostream& out, const Entity* reference) {
+  return reference != nullptr ? out << reference->Name() : QuotedOrNone(out, reference);
+}
+
+// Whether a linked certificate belongs to another key management than
+// `wanted`.
+bool CertificateTypeDiffers(Entity* resolved, IPSEC_TYPE wanted) {
+  return resolved != nullptr && static_cast<Certificate*>(resolved)->IPsecType() != wanted;
+}
+
+// Ends a message with the quoted name; counts as one error.
+int ReportName(std::ostream& out, const Entity& reference) {
+  out << '"' << reference.Name() << '"' << std::endl;
+  return 1;
 }
 
 void Rename(Entity* reference, const char* old_name, const char* new_name) {
@@ -126,16 +150,22 @@ int Ferrowall::Resolve(Config_Objects kind, TList<Entity>& list, std::ostream& o
   switch (kind) {
     case CO_SCREEN:
       return Link(*this, master_, list, 0, "SCREEN", &master_resolved_, out);
-    case CO_ADDRESS:
-      return ResolveAdminIP(list, out) + Link(*this, tunnel_, list, 1, "ADDRESS", &tunnel_resolved_, out);
-    case CO_CERTIFICATE:
-      return Link(*this, ike_certificate_, list, 1, "CERTIFICATE", &ike_certificate_resolved_, out) +
-             Link(*this, skip_certificate_, list, 1, "CERTIFICATE", &skip_certificate_resolved_, out);
-    case CO_ALGORITHM:
-      return Link(*this, ike_authentication_, list, 0, "ALGORITHM", &ike_authentication_resolved_, out) +
-             Link(*this, ike_encryption_, list, 0, "ALGORITHM", &ike_encryption_resolved_, out) +
-             Link(*this, ike_hash_, list, 0, "ALGORITHM", &ike_hash_resolved_, out) +
-             ResolveIPsecParams(ah_params_, list, out) + ResolveIPsecParams(esp_params_, list, out);
+    case CO_ADDRESS: {
+      // Each step reports in its turn, so the sums are built one by one.
+      int errors = ResolveAdminIP(list, out);
+      return errors + Link(*this, tunnel_, list, 1, "ADDRESS", &tunnel_resolved_, out);
+    }
+    case CO_CERTIFICATE: {
+      int errors = Link(*this, ike_certificate_, list, 1, "CERTIFICATE", &ike_certificate_resolved_, out);
+      return errors + Link(*this, skip_certificate_, list, 1, "CERTIFICATE", &skip_certificate_resolved_, out);
+    }
+    case CO_ALGORITHM: {
+      int errors = Link(*this, ike_authentication_, list, 0, "ALGORITHM", &ike_authentication_resolved_, out);
+      errors += Link(*this, ike_encryption_, list, 0, "ALGORITHM", &ike_encryption_resolved_, out);
+      errors += Link(*this, ike_hash_, list, 0, "ALGORITHM", &ike_hash_resolved_, out);
+      errors += ResolveIPsecParams(ah_params_, list, out);
+      return errors + ResolveIPsecParams(esp_params_, list, out);
+    }
     case CO_ALG_KEY:
       return Link(*this, key_algorithm_, list, 0, "KEY ALGORITHM", &key_algorithm_resolved_, out);
     case CO_ALG_DATA:
@@ -161,27 +191,18 @@ int Ferrowall::ResolveIPsecParams(Params* params, TList<Entity>& list, std::ostr
   return result != RESOLVE_OK;
 }
 
-int Ferrowall::CheckCertificateType(const Entity* reference, Entity* resolved, [[maybe_unused]] int wanted,
-                                    [[maybe_unused]] const char* message,
-                                    [[maybe_unused]] std::ostream& out) const {
-  if (reference == nullptr || resolved == nullptr) return 0;
-#ifdef FW_HAVE_CERTIFICATES
-  if (static_cast<Certificate*>(resolved)->IPsecType() == wanted) return 0;
-  out << message << '"' << reference->Name() << '"' << std::endl;
-  return 1;
-#else
-  return 0;
-#endif
-}
-
 int Ferrowall::Resolve2(Config_Objects kind, TList<Entity>&, std::ostream& out) {
   if (kind != CO_CERTIFICATE) return 0;
-  return CheckCertificateType(ike_certificate_, ike_certificate_resolved_, 3,
-                              fwi18n_text(kSet, 1, "Error: Screen refers to non-IKE Certificate type: "),
-                              out) +
-         CheckCertificateType(skip_certificate_, skip_certificate_resolved_, 1,
-                              fwi18n_text(kSet, 2, "Error: Screen refers to non-SKIP Certificate type: "),
-                              out);
+  int errors = 0;
+  if (ike_certificate_ != nullptr && CertificateTypeDiffers(ike_certificate_resolved_, IPSEC_IKE)) {
+    out << fwi18n_text(kSet, 1, "Error: Screen refers to non-IKE Certificate type: ");
+    errors += ReportName(out, *ike_certificate_);
+  }
+  if (skip_certificate_ != nullptr && CertificateTypeDiffers(skip_certificate_resolved_, IPSEC_SKIP)) {
+    out << fwi18n_text(kSet, 2, "Error: Screen refers to non-SKIP Certificate type: ");
+    errors += ReportName(out, *skip_certificate_);
+  }
+  return errors;
 }
 
 int Ferrowall::Refer(Config_Objects kind, const char* name, int print) const {
@@ -194,9 +215,13 @@ int Ferrowall::Refer(Config_Objects kind, const char* name, int print) const {
 
 void Ferrowall::RenameReference(Config_Objects kind, const char* old_name, const char* new_name) {
   switch (kind) {
-    case CO_SCREEN:
+    case CO_SCREEN: {
+      // The virtual name may be the master's text, which the rename frees.
+      bool virtual_is_reference = master_ != nullptr && virtual_name_ == master_->Name();
       Rename(master_, old_name, new_name);
+      if (virtual_is_reference) virtual_name_ = master_->Name();
       break;
+    }
     case CO_ADDRESS:
       Rename(tunnel_, old_name, new_name);
       break;
@@ -263,6 +288,111 @@ Address* Ferrowall::ComputeHA(const TList<Entity>& screens) const {
       hosts->Include(Range(screen.ha_ip_, screen.ha_ip_, RT_ADDRESS, RS_ADDRESSES));
   }
   return hosts;
+}
+
+namespace {
+
+// The words in which statements and listings differ.
+struct ScreenWords {
+  const char* skip_certificate;
+  const char* keys;
+  const char* datas;
+  const char* macs;
+  const char* compressions;
+  const char* certificate_discovery;
+  const char* routing;
+  const char* ha_ip;
+};
+
+const ScreenWords kStatementWords = {" CERTIFICATE ", " KEYS ", " DATAS ", " MACS ", " COMPRESSIONS ",
+                                          " CERTIFICATE_DISCOVERY", " ROUTING", " HA_ADMIN_IP "};
+const ScreenWords kListingWords = {" ADMIN_CERTIFICATE ", " KEY ", " DATA ", " MAC ", " COMPRESSION ",
+                                        " CDP", " RIP", " HA_IP "};
+
+}  // namespace
+
+bool Ferrowall::HasIKE() const {
+  return ike_encryption_ != nullptr || ike_hash_ != nullptr || oakley_group_ != 0 ||
+         ike_authentication_ != nullptr || ike_certificate_ != nullptr || ah_params_ != nullptr ||
+         esp_params_ != nullptr;
+}
+
+std::ostream& Ferrowall::PrintIKE(std::ostream& out) const {
+  out << " IKE ";
+  QuotedOrNone(out, ike_encryption_) << ' ';
+  QuotedOrNone(out, ike_hash_) << ' ' << oakley_group_ << ' ';
+  AuthenticationOrNone(out, ike_authentication_) << ' ';
+  return QuotedOrNone(out, ike_certificate_) << ' ';
+}
+
+std::ostream& Ferrowall::EnumerateIKE(std::ostream& out) const {
+  out << " IKE(";
+  if (ike_encryption_ != nullptr || ike_hash_ != nullptr || oakley_group_ != 0 || ike_authentication_ != nullptr) {
+    QuotedOrNone(out, ike_encryption_) << ", ";
+    QuotedOrNone(out, ike_hash_) << ", " << oakley_group_ << ", ";
+    AuthenticationOrNone(out, ike_authentication_) << ", ";
+  }
+  return QuotedOrNone(out, ike_certificate_) << ") ";
+}
+
+std::ostream& Ferrowall::PrintStealthNetwork(std::ostream& out, bool listing) const {
+  if (clk_network_ == nullptr) return out;
+  if (listing) return clk_network_->Enumerate(out << " STEALTH_NET ");
+  if (clk_network_->Style() != RS_DOTTED_MASK) return clk_network_->Print(out << " CLKNET ");
+  uint32_t mask = ~(clk_network_->Start() ^ clk_network_->End());
+  return out << " CLK " << dotted_address(clk_network_->Start()) << ' ' << dotted_address(mask);
+}
+
+std::ostream& Ferrowall::PrintSettings(std::ostream& out, bool listing) const {
+  const ScreenWords& words = listing ? kListingWords : kStatementWords;
+  out << " SCREEN";
+  if (admin_ip_ != nullptr) {
+    if (admin_ip_->Inline()) out << " ADMIN_IP " << admin_ip_->Name();
+    else PrintReference(out, " ADMIN_IP ", admin_ip_);
+  }
+  if (HasIKE()) listing ? EnumerateIKE(out) : PrintIKE(out);
+  PrintReference(out, words.skip_certificate, skip_certificate_);
+  PrintReference(out, words.keys, key_algorithm_);
+  PrintReference(out, words.datas, data_algorithm_);
+  PrintReference(out, words.macs, mac_algorithm_);
+  PrintReference(out, words.compressions, compression_algorithm_);
+  PrintReference(out, " TUNNEL ", tunnel_);
+  PrintReference(out, " MASTER ", master_);
+  if (timeout_ != 0) out << " TIMEOUT " << timeout_;
+  if (certificate_discovery_) out << words.certificate_discovery;
+  if (dest_check_) out << " DEST_CHECK";
+  if (routing_) out << words.routing;
+  if (dns_) out << " DNS";
+  if (nis_) out << " NIS";
+  if (log_size_ != 0) out << " LOGSIZE " << log_size_;
+  if (ha_primary_) out << " HA_PRIMARY";
+  if (ha_secondary_) out << " HA_SECONDARY";
+  if (ha_ip_ != 0) out << words.ha_ip << dotted_address(ha_ip_);
+  if (ha_ether_ != nullptr) {
+    ether_addr ether;
+    memcpy(ether.ether_addr_octet, ha_ether_, sizeof ether.ether_addr_octet);
+    const char* quote = listing ? "" : "\"";
+    out << " HA_ETHER " << quote << ether_ntoa(&ether) << quote;
+  }
+  if (snmp_recipients_ != nullptr && !snmp_recipients_->Empty()) {
+    if (listing) out << " SNMP";
+    for (TList_Cell<unsigned>* cell = snmp_recipients_->Head(); cell != nullptr; cell = cell->Next())
+      out << ' ' << dotted_address(*cell->Data());
+  }
+  if (snmp_timer_ != 0) out << " SNMP_TIMER " << snmp_timer_;
+  PrintStealthNetwork(out, listing);
+  if (Description() != nullptr) out << " COMMENT \"" << Description() << '"';
+  return out;
+}
+
+std::ostream& Ferrowall::Print(std::ostream& out) const {
+  return PrintSettings(out << '"' << Name() << '"', false);
+}
+
+std::ostream& Ferrowall::Enumerate(std::ostream& out, Enumerate_Type type) const {
+  out << '"' << Name() << '"';
+  if (type != ENUM_NAME) PrintSettings(out, true);
+  return out << '\n';
 }
 
 TList<Entity>* Ferrowall::GenerateAdminRules(Registry&) { return new TList<Entity>; }

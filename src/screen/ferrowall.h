@@ -76,6 +76,10 @@ class Ferrowall : public Entity {
   // either certificate.
   int Refer(Config_Objects kind, const char* name, int print) const override;
   void RenameReference(Config_Objects kind, const char* old_name, const char* new_name) override;
+  // The name; in a full line also the settings, in the words of listings.
+  std::ostream& Enumerate(std::ostream& out, Enumerate_Type type) const override;
+  // The screen statement without its final ';'.
+  std::ostream& Print(std::ostream& out) const override;
 
   // Works out the virtual name before anything is resolved; 1, with the
   // message on `out`, for an HA secondary without a master, else 0.
@@ -128,15 +132,20 @@ class Ferrowall : public Entity {
   Address* HA_HOSTS() const { return ha_hosts_; }
 
  private:
+  // Everything behind the name, as a statement or as a listing.
+  std::ostream& PrintSettings(std::ostream& out, bool listing) const;
+  std::ostream& PrintIKE(std::ostream& out) const;
+  std::ostream& EnumerateIKE(std::ostream& out) const;
+  std::ostream& PrintStealthNetwork(std::ostream& out, bool listing) const;
+  bool HasIKE() const;
+
   // The HA interfaces among the routing interfaces.
   static int CountHAInterfaces(const Registry& registry);
   // Links the ADMIN_IP: an inline address is its own object.
   int ResolveAdminIP(TList<Entity>& list, std::ostream& out);
-  // 1, reported on `out`, when a certificate isn't of type `wanted`.
+  // Resolves the IKE phase 2 parameters; 1 when they fail.
   template <class Params>
   int ResolveIPsecParams(Params* params, TList<Entity>& list, std::ostream& out);
-  int CheckCertificateType(const Entity* reference, Entity* resolved, int wanted,
-                           const char* message, std::ostream& out) const;
 
   Address* admin_ip_ = nullptr;
   Address* admin_ip_resolved_ = nullptr;

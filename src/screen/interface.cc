@@ -281,3 +281,63 @@ std::ostream& Interface::PrintICMP(std::ostream& out, ICMP_Type icmp) {
   if (icmp < ICMP_NET_UNREACHABLE || icmp > ICMP_HOST_FORBIDDEN) return out << ' ';
   return out << "ICMP " << kWords[icmp - ICMP_NET_UNREACHABLE] << ' ';
 }
+
+std::ostream& Interface::EnumerateHead(std::ostream& out, Enumerate_Type type) const {
+  static const char* const kKinds[] = {"ADMIN", "DISABLED", "ROUTING", "HA", "STEALTH"};
+  if (type != ENUM_NAME && Screen() != nullptr) out << "SCREEN \"" << Screen() << "\" ";
+  return out << '"' << Name() << "\" " << kKinds[type_];
+}
+
+std::ostream& Interface::EnumerateDetails(std::ostream& out) const {
+  out << " \"" << protected_->Name() << "\" " << (strict_ ? " COMPLETE " : " INCOMPLETE ");
+  if (overlap_ != nullptr) out << " OVERLAP \"" << overlap_->Name() << "\" ";
+  PrintLog(out, log_);
+  PrintSNMP(out, snmp_);
+  return PrintICMP(out, icmp_);
+}
+
+std::ostream& Interface::EnumerateComment(std::ostream& out) const {
+  if (Description() != nullptr) out << " COMMENT \"" << Description() << '"';
+  return out;
+}
+
+std::ostream& Interface::Enumerate(std::ostream& out, Enumerate_Type type) const {
+  EnumerateHead(out, type);
+  if (type != ENUM_NAME) EnumerateComment(EnumerateDetails(out));
+  return out << '\n';
+}
+
+std::ostream& Interface::PrintHead(std::ostream& out, const char* kind) const {
+  return out << '"' << Name() << "\"\tINTERFACE\t" << kind << "\t\"" << protected_->Name() << "\"\t";
+}
+
+std::ostream& Interface::PrintOptions(std::ostream& out) const {
+  PrintLog(out, log_) << '\t';
+  PrintSNMP(out, snmp_) << '\t';
+  return PrintICMP(out, icmp_);
+}
+
+std::ostream& Interface::PrintTail(std::ostream& out) const {
+  if (Screen() != nullptr) out << "\tSCREEN\t\"" << Screen() << '"';
+  if (Description() != nullptr) out << "\tCOMMENT\t\"" << Description() << '"';
+  return out;
+}
+
+std::ostream& Interface::Print(std::ostream& out) const {
+  switch (type_) {
+    case INTERFACE_DISABLED:
+      return PrintTail(PrintHead(out, "DISABLED"));
+    case INTERFACE_ADMIN:
+      PrintHead(out, "ADMIN");
+      break;
+    case INTERFACE_HA:
+      PrintHead(out, "HA");
+      break;
+    default:
+      PrintHead(out, "GWY");
+      if (strict_) out << " COMPLETE ";
+      if (overlap_ != nullptr) out << '"' << overlap_->Name() << "\" ";
+      break;
+  }
+  return PrintTail(PrintOptions(out));
+}

@@ -48,6 +48,11 @@ class Interface : public Entity {
   // A type word selects by type: "ADMIN", "DISABLED", "HA", "GWY" or
   // "ROUTING", "CLK" or "STEALTH"; any other word selects nothing.
   int Match(const char* screen, const char* name, const char* type, int exact) const override;
+  // The listing line: screen, name and kind; in a full line also the
+  // address, completeness, overlap, options and comment.
+  std::ostream& Enumerate(std::ostream& out, Enumerate_Type type) const override;
+  // The interface statement without its final ';'.
+  std::ostream& Print(std::ostream& out) const override;
 
   // Reads the interface's own addresses from the host and adds its
   // broadcast values to the family's set.  `screen` serves stealth
@@ -96,6 +101,19 @@ class Interface : public Entity {
   TList<Entity>& Rules() const { return *rules_; }
 
  protected:
+  // [SCREEN "screen" ] "name" and the kind word of listings.
+  std::ostream& EnumerateHead(std::ostream& out, Enumerate_Type type) const;
+  // The address, COMPLETE or INCOMPLETE, the overlap and the options.
+  std::ostream& EnumerateDetails(std::ostream& out) const;
+  // [ COMMENT "comment"]
+  std::ostream& EnumerateComment(std::ostream& out) const;
+  // "name" INTERFACE kind "address" of a statement.
+  std::ostream& PrintHead(std::ostream& out, const char* kind) const;
+  // The three options of a statement, tab-separated.
+  std::ostream& PrintOptions(std::ostream& out) const;
+  // The screen and comment clauses of a statement.
+  std::ostream& PrintTail(std::ostream& out) const;
+
   // A new empty interface address, the old one deleted.
   void ResetInterfaceAddress();
   // Adds one address, or the multicast block 224.0.0.0-239.255.255.255.

@@ -46,3 +46,22 @@ void InterfaceCLK::SetAddresses(const Ferrowall& screen) {
   IncludeHost(broadcast, 0xFFFFFFFFu);
   IncludeMulticast(broadcast);
 }
+
+std::ostream& InterfaceCLK::PrintRouters(std::ostream& out, const char* word) const {
+  if (routers_ == nullptr) return out;
+  for (TList_Cell<unsigned>* cell = routers_->Head(); cell != nullptr; cell = cell->Next())
+    out << word << dotted_address(*cell->Data()) << ' ';
+  return out;
+}
+
+std::ostream& InterfaceCLK::Enumerate(std::ostream& out, Enumerate_Type type) const {
+  EnumerateHead(out, type);
+  if (type != ENUM_NAME) EnumerateComment(PrintRouters(EnumerateDetails(out), "ROUTER "));
+  return out << '\n';
+}
+
+std::ostream& InterfaceCLK::Print(std::ostream& out) const {
+  PrintOptions(PrintHead(out, "CLK"));
+  if (routers_ != nullptr && !routers_->Empty()) PrintRouters(out << ' ', "");
+  return PrintTail(out);
+}

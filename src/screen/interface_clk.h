@@ -20,12 +20,18 @@ class InterfaceCLK : public Interface {
   // The interface address and the stealth broadcast set come from the
   // screen's stealth network; the host isn't asked.
   void SetAddresses(const Ferrowall& screen) override;
+  // As the base, with the routers before the comment.
+  std::ostream& Enumerate(std::ostream& out, Enumerate_Type type) const override;
+  std::ostream& Print(std::ostream& out) const override;
 
   const TList<unsigned>* Routers() const { return routers_; }
   TList<Entity>& EtherRules() const { return *ether_rules_; }
 
  private:
   void DeleteEtherRules();
+  // Each router dotted, behind `word` (which may be empty) and followed by
+  // a blank.
+  std::ostream& PrintRouters(std::ostream& out, const char* word) const;
 
   TList<unsigned>* routers_;
   TList<Entity>* ether_rules_;

@@ -7,14 +7,10 @@
 #include <vector>
 
 #include "crypto/algorithm.h"
+#include "crypto/certificate.h"
 #include "model/address.h"
 #include "model/registry.h"
 #include "screen/interface.h"
-
-#if __has_include("crypto/certificate.h")
-#include "crypto/certificate.h"
-#define FW_HAVE_CERTIFICATES 1
-#endif
 
 namespace {
 
@@ -73,45 +69,6 @@ class FerrowallTest : public testing::Test {
   std::ostringstream errors;
 };
 
-TEST_F(FerrowallTest, NameOnlyScreenHoldsNothing) {
-  Ferrowall screen("s");
-  EXPECT_STREQ(screen.VirtualName(), "s");
-  EXPECT_EQ(screen.HA_IP(), 0u);
-  EXPECT_EQ(screen.AdminIP(), nullptr);
-  EXPECT_EQ(screen.CLKNetwork(), nullptr);
-  EXPECT_EQ(screen.SNMP_Recipients(), nullptr);
-  for (Config_Objects kind : {CO_ADDRESS, CO_SCREEN, CO_CERTIFICATE, CO_ALGORITHM, CO_ALG_KEY})
-    EXPECT_EQ(screen.Resolve(kind, registry.Addresses(), errors), 0);
-  EXPECT_EQ(errors.str(), "");
-}
-
-TEST_F(FerrowallTest, ConstructorKeepsTheStatementsValues) {
-  FerrowallSettings settings;
-  settings.ha_ether = "8:0:20:a:b:ff";
-  settings.snmp_recipients = new TList<unsigned>;
-  settings.snmp_recipients->Append(*new unsigned(ip("10.0.0.9")));
-  simplerange clk = {ip("10.1.0.0"), ip("10.1.255.255"), RS_DOTTED_MASK};
-  settings.stealth_network = &clk;
-  settings.log_size = 42;
-  settings.comment = "edge";
-  const Ferrowall& screen = AddScreen("s", settings);
-  ASSERT_NE(screen.HA_Ether(), nullptr);
-  EXPECT_EQ(std::vector<unsigned char>(screen.HA_Ether(), screen.HA_Ether() + 6),
-            (std::vector<unsigned char>{0x08, 0x00, 0x20, 0x0a, 0x0b, 0xff}));
-  ASSERT_NE(screen.SNMP_Recipients(), nullptr);
-  EXPECT_EQ(*screen.SNMP_Recipients()->Head()->Data(), ip("10.0.0.9"));
-  ASSERT_NE(screen.CLKNetwork(), nullptr);
-  EXPECT_EQ(screen.CLKNetwork()->Start(), ip("10.1.0.0"));
-  EXPECT_EQ(screen.CLKNetwork()->End(), ip("10.1.255.255"));
-  EXPECT_EQ(screen.CLKNetwork()->Style(), RS_DOTTED_MASK);
-  EXPECT_EQ(screen.LogSize(), 42);
-  EXPECT_STREQ(screen.Description(), "edge");
-
-  FerrowallSettings bad_ether;
-  bad_ether.ha_ether = "not an ether address";
-  EXPECT_EQ(AddScreen("t", bad_ether).HA_Ether(), nullptr);
-}
-
 TEST_F(FerrowallTest, VirtualNameOfScreensWithoutTheSecondaryRole) {
   Ferrowall& slave = AddHAScreen("slave", 0, 0, nullptr, "boss");
   Ferrowall& primary = AddHAScreen("primary", 1, 0, "10.9.0.1", nullptr);
@@ -126,6 +83,9 @@ TEST_F(FerrowallTest, SecondaryTakesItsMastersNameBeforeAndAfterResolution) {
   Ferrowall& secondary = AddHAScreen("second", 0, 1, "10.9.0.2", "first");
   EXPECT_EQ(secondary.FigureVirtualName(registry, errors), 0);
   EXPECT_STREQ(secondary.VirtualName(), "first");
+  secondary.RenameReference(CO_SCREEN, "first", "renamed");
+  EXPECT_STREQ(secondary.VirtualName(), "renamed");
+  secondary.RenameReference(CO_SCREEN, "renamed", "first");
 
   Ferrowall& both = AddHAScreen("both", 1, 1, "10.9.0.3", "first");
   AddHAScreen("first", 1, 0, "10.9.0.1", nullptr);
@@ -249,7 +209,6 @@ TEST_F(FerrowallTest, ReferLooksAtMasterTunnelAndCertificatesButNotAdminIP) {
   EXPECT_EQ(screen.Refer(CO_SCREEN, "chief", 0), 1);
 }
 
-#ifdef FW_HAVE_CERTIFICATES
 TEST_F(FerrowallTest, CertificatesMustBeOfTheKeyManagementTheyAreNamedFor) {
   registry.Certificates(*new Certificate("ike", IPSEC_IKE, 0, "CN=ike", nullptr, nullptr, nullptr));
   registry.Certificates(*new Certificate("skip", IPSEC_SKIP, 1, "0a0b", nullptr, nullptr, nullptr));
@@ -270,7 +229,6 @@ TEST_F(FerrowallTest, CertificatesMustBeOfTheKeyManagementTheyAreNamedFor) {
             "Error: Screen refers to non-IKE Certificate type: \"skip\"\n"
             "Error: Screen refers to non-SKIP Certificate type: \"ike\"\n");
 }
-#endif
 
 TEST_F(FerrowallTest, PlainScreenPassesVerifyWithoutHAInterfaces) {
   Ferrowall& screen = AddHAScreen("s", 0, 0, nullptr, nullptr);
@@ -355,6 +313,82 @@ TEST_F(FerrowallTest, ComputeHASkipsScreensOfTheSameName) {
   Address* hosts = primary.ComputeHA(registry.Screens());
   EXPECT_EQ(ranges_of(*hosts), (std::vector<std::string>{"10.9.0.1"}));
   delete hosts;
+}
+
+// A screen with every option of the statement set.
+FerrowallSettings FullSettings(simplerange* clk) {
+  FerrowallSettings settings;
+  settings.admin_ip = new Address("adm", nullptr, nullptr, ADDRESS_SINGLE);
+  settings.ike_encryption = "3DES-CBC";
+  settings.oakley_group = 2;
+  settings.ike_authentication = "PRE-SHARED";
+  settings.skip_certificate = "skipc";
+  settings.key_algorithm = "k";
+  settings.data_algorithm = "d";
+  settings.mac_algorithm = "m";
+  settings.compression_algorithm = "c";
+  settings.tunnel = "tun";
+  settings.master = "boss";
+  settings.timeout = 30;
+  settings.certificate_discovery = settings.dest_check = settings.routing = settings.dns = settings.nis = 1;
+  settings.log_size = 100;
+  settings.ha_primary = 1;
+  settings.ha_ip = ip("10.9.0.1");
+  settings.ha_ether = "8:0:20:a:b:ff";
+  settings.snmp_recipients = new TList<unsigned>;
+  settings.snmp_recipients->Append(*new unsigned(ip("10.0.0.9")));
+  settings.snmp_recipients->Append(*new unsigned(ip("10.0.0.10")));
+  settings.snmp_timer = 60;
+  *clk = {ip("10.1.0.0"), ip("10.1.255.255"), RS_DOTTED_MASK};
+  settings.stealth_network = clk;
+  settings.comment = "all";
+  return settings;
+}
+
+std::string statement(const Entity& entity) {
+  std::ostringstream out;
+  entity.Print(out);
+  return out.str();
+}
+
+std::string listing(const Entity& entity, Enumerate_Type type) {
+  std::ostringstream out;
+  entity.Enumerate(out, type);
+  return out.str();
+}
+
+TEST_F(FerrowallTest, StatementWithEveryOption) {
+  simplerange clk;
+  const Ferrowall& screen = AddScreen("s", FullSettings(&clk));
+  EXPECT_EQ(statement(screen),
+            "\"s\" SCREEN ADMIN_IP \"adm\" IKE \"3DES-CBC\" \"NONE\" 2 PRE-SHARED \"NONE\"  CERTIFICATE \"skipc\""
+            " KEYS \"k\" DATAS \"d\" MACS \"m\" COMPRESSIONS \"c\" TUNNEL \"tun\" MASTER \"boss\" TIMEOUT 30"
+            " CERTIFICATE_DISCOVERY DEST_CHECK ROUTING DNS NIS LOGSIZE 100 HA_PRIMARY HA_ADMIN_IP 10.9.0.1"
+            " HA_ETHER \"8:0:20:a:b:ff\" 10.0.0.9 10.0.0.10 SNMP_TIMER 60 CLK 10.1.0.0 255.255.0.0"
+            " COMMENT \"all\"");
+  EXPECT_EQ(listing(screen, ENUM_FULL),
+            "\"s\" SCREEN ADMIN_IP \"adm\" IKE(\"3DES-CBC\", \"NONE\", 2, PRE-SHARED, \"NONE\")  ADMIN_CERTIFICATE"
+            " \"skipc\" KEY \"k\" DATA \"d\" MAC \"m\" COMPRESSION \"c\" TUNNEL \"tun\" MASTER \"boss\""
+            " TIMEOUT 30 CDP DEST_CHECK RIP DNS NIS LOGSIZE 100 HA_PRIMARY HA_IP 10.9.0.1"
+            " HA_ETHER 8:0:20:a:b:ff SNMP 10.0.0.9 10.0.0.10 SNMP_TIMER 60 STEALTH_NET 10.1.0.0/255.255.0.0"
+            " COMMENT \"all\"\n");
+  EXPECT_EQ(listing(screen, ENUM_NAME), "\"s\"\n");
+}
+
+TEST_F(FerrowallTest, StatementLeavesDefaultsOutAndWritesInlineAddressesBare) {
+  EXPECT_EQ(statement(*registry.Screens().Head()->Data()), "\"*\" SCREEN");
+  simplerange admin = {ip("10.0.0.1"), ip("10.0.0.1"), RS_ADDRESSES};
+  simplerange net = {ip("10.2.0.0"), ip("10.2.0.255"), RS_PREFIX};
+  FerrowallSettings settings;
+  settings.admin_ip = new Address(&admin);
+  settings.ike_certificate = "ikec";
+  settings.ha_ether = "not an ether address";
+  settings.stealth_network = &net;
+  const Ferrowall& screen = AddScreen("s", settings);
+  EXPECT_EQ(statement(screen),
+            "\"s\" SCREEN ADMIN_IP 10.0.0.1 IKE \"NONE\" \"NONE\" 0 \"NONE\" \"ikec\"  CLKNET 10.2.0.0/24");
+  EXPECT_EQ(listing(screen, ENUM_FULL),
+            "\"s\" SCREEN ADMIN_IP 10.0.0.1 IKE(\"ikec\")  STEALTH_NET 10.2.0.0/24\n");
 }
 
 }  // namespace
