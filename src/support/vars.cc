@@ -143,6 +143,8 @@ void vars_setdir(const char* name) {
   derive_vars_paths();
 }
 
+const char* vars_getdir() { return vars_dir; }
+
 const char* active_getroot() { return active_path; }
 
 const char* domain_getroot() { return domain_path; }

@@ -30,6 +30,7 @@ extern Xstring vars_path;     // ezdb_path + "/" + directory name
 int vars_setroot(const char* root, int active, const char* domain);
 // Replaces the directory name below ".ezdb" ("vars.d" by default).
 void vars_setdir(const char* name);
+const char* vars_getdir();
 const char* active_getroot();
 const char* domain_getroot();
 // vars_setroot(root, 1, domain): the root of the store and of the user data.
