@@ -115,6 +115,8 @@ struct ParseFailure {
   const char* remainder;
 };
 
+void PrintTo(const ParseFailure& failure, std::ostream* out) { *out << failure.name; }
+
 class AttribParseFailureTest : public testing::TestWithParam<ParseFailure> {};
 
 TEST_P(AttribParseFailureTest, LogsTheReasonAndGivesTheFailedItemOn) {
