@@ -273,6 +273,8 @@ int reserved_socket() {
   for (;;) {
     for (; port_counter > 512; --port_counter) {
       int sock = socket(AF_INET, SOCK_DGRAM, 0);
+      // Without descriptors the process can't cure itself by waiting; the
+      // message is lost rather than the program hung.
       if (sock < 0) {
         if (spewit) fprintf(stderr, fwi18n_text(168, 10, "%s: log socket bind error: %s\n"), program_name(), strerror(errno));
         return kNoSocket;
@@ -427,6 +429,7 @@ int fwlog_io(const void* packet) {
   if (sock < 0) return 0;
   sockaddr_in daemon{};
   daemon.sin_family = AF_INET;
+  // A program that logs before its set-up still reaches the daemon.
   daemon.sin_port = htons(static_cast<uint16_t>(logport != 0 ? logport : kDefaultPort));
   daemon.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
   if (connect(sock, reinterpret_cast<sockaddr*>(&daemon), sizeof daemon) != 0) {

@@ -91,6 +91,8 @@ class FwlogTest : public testing::Test {
     EXPECT_EQ(port, listener_.port());
   }
 
+  TempDir etc_dir_;
+  ScopedEnv etc_{"FERROWALL_ETC", etc_dir_.path().c_str()};
   LogListener listener_;
   std::unique_ptr<ScopedEnv> port_env_{
       new ScopedEnv("FERROWALL_LogPort", std::to_string(listener_.port()).c_str())};
