@@ -82,10 +82,16 @@ int Configuration::Parse() {
     return 0;
   }
   registry_->File(load_file);
-  return ParseLoadFile(*load_file);
+  return ParseLoadFile(main_file, *load_file);
 }
 
-int Configuration::ParseLoadFile(FWFile& load_file) {
+// A locked policy locks the registry it loads as well; a reader of the
+// policy must be able to read the registry too.
+int Configuration::ParseLoadFile(FWFile& main_file, FWFile& load_file) {
+  if (main_file.getlock() != nullptr) {
+    load_file.setlock();
+    if (main_file.ReadLock() == 104 && load_file.AcquireReadLock() != 101) return 242;
+  }
   if (ParseFile(load_file) != 0) return 240;
   return parse_errors_ != 0 ? 241 : 0;
 }

@@ -77,7 +77,7 @@ class Configuration {
     return taken;
   }
   int ParseFile(FWFile& file);
-  int ParseLoadFile(FWFile& load_file);
+  int ParseLoadFile(FWFile& main_file, FWFile& load_file);
   int CompileStages(std::ostream& out);
   void DeleteAdminRules();
 

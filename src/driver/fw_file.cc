@@ -1,5 +1,7 @@
 #include "driver/fw_file.h"
 
+#include "support/settings.h"
+
 #include <dirent.h>
 #include <sys/stat.h>
 
@@ -44,6 +46,7 @@ FWFile::~FWFile() {
   free(directory_);
   free(basename_);
   free(versname_);
+  delete lock_;
 }
 
 char* FWFile::pathname(const char* name) const {
@@ -101,4 +104,35 @@ int FWFile::newversion(std::ofstream** base, std::ofstream** vers, char** path) 
   *vers = new std::ofstream(vers_path, std::ios::out | std::ios::trunc);
   if (path != nullptr) *path = vers_path; else free(vers_path);
   return version_;
+}
+
+void FWFile::setlock() {
+  if (versname_ == nullptr) return;
+  char* path = Verspath();
+  char* user = ferrowall_username();
+  setlock(new Lock(path, nullptr, user));
+  free(user);
+  free(path);
+}
+
+void FWFile::setlock(Lock* lock) {
+  if (lock == lock_) return;
+  delete lock_;
+  lock_ = lock;
+}
+
+int FWFile::AcquireReadLock() { return lock_ != nullptr ? lock_->AcquireReadLock() : 101; }
+
+int FWFile::AcquireWriteLock() { return lock_ != nullptr ? lock_->AcquireWriteLock() : 102; }
+
+int FWFile::ReadLock() { return lock_ != nullptr ? lock_->ReadLock() : 104; }
+
+int FWFile::WriteLock() { return lock_ != nullptr ? lock_->WriteLock() : 106; }
+
+void FWFile::FreeReadLock() {
+  if (lock_ != nullptr) lock_->FreeReadLock();
+}
+
+void FWFile::FreeWriteLock(int all) {
+  if (lock_ != nullptr) lock_->FreeWriteLock(all);
 }

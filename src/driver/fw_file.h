@@ -1,12 +1,15 @@
 // FWFile names one versioned configuration file: its domain and directory,
 // its base name without a version and the name it was given.  The base name
 // always holds the newest text and each save leaves a numbered copy beside
-// it.  A file without a name stands for the standard input.
+// it.  A file without a name stands for the standard input.  A file may
+// carry a Lock; one without answers every lock request as if it succeeded.
 #ifndef FW_DRIVER_FW_FILE_H
 #define FW_DRIVER_FW_FILE_H
 
 #include <cstdio>
 #include <fstream>
+
+#include "driver/lock.h"
 
 class FWFile {
  public:
@@ -39,14 +42,21 @@ class FWFile {
   // Returns the new version, -1 without a name.
   int newversion(std::ofstream** base, std::ofstream** vers, char** path);
 
-  // The lock protocol of stored files; a file without a lock answers as if
-  // every request succeeded.
-  int AcquireReadLock() { return 101; }
-  int AcquireWriteLock() { return 102; }
-  int ReadLock() { return 104; }
-  int WriteLock() { return 106; }
-  void FreeReadLock() {}
-  void FreeWriteLock(int) {}
+  // Gives the file a new lock on its path for the administering user; a
+  // file without a name (the standard input) stays without one.
+  void setlock();
+  // Gives the file `lock`, which it owns from now on.
+  void setlock(Lock* lock);
+  Lock* getlock() const { return lock_; }
+
+  // The lock protocol of Lock; without a lock the answers are 101, 102,
+  // 104 and 106, and the Free operations do nothing.
+  int AcquireReadLock();
+  int AcquireWriteLock();
+  int ReadLock();
+  int WriteLock();
+  void FreeReadLock();
+  void FreeWriteLock(int all);
 
  private:
   int HighestStoredVersion() const;
@@ -56,6 +66,7 @@ class FWFile {
   char* basename_;
   char* versname_;
   int version_ = 0;
+  Lock* lock_ = nullptr;
 };
 
 #endif

@@ -41,14 +41,6 @@ TEST(FWFileNamingTest, DomainsAndDirectories) {
   EXPECT_EQ(Take(FWFile("/tmp/", "p").pathname("q")), "/tmp/q");
 }
 
-TEST(FWFileLockTest, FileWithoutLockAnswersAsIfAllWentWell) {
-  FWFile file(nullptr, "p");
-  EXPECT_EQ(file.AcquireReadLock(), 101);
-  EXPECT_EQ(file.AcquireWriteLock(), 102);
-  EXPECT_EQ(file.ReadLock(), 104);
-  EXPECT_EQ(file.WriteLock(), 106);
-}
-
 class FWFileVersionTest : public testing::Test {
  protected:
   void SetUp() override {

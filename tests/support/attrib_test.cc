@@ -109,10 +109,13 @@ TEST(AttribParseTest, PrintableParsesBackToAnEqualList) {
 }
 
 struct ParseFailure {
+  const char* name;
   const char* text;
   const char* message;
   const char* remainder;
 };
+
+void PrintTo(const ParseFailure& failure, std::ostream* out) { *out << failure.name; }
 
 class AttribParseFailureTest : public testing::TestWithParam<ParseFailure> {};
 
@@ -131,18 +134,19 @@ TEST_P(AttribParseFailureTest, LogsTheReasonAndGivesTheFailedItemOn) {
 INSTANTIATE_TEST_SUITE_P(
     Messages, AttribParseFailureTest,
     testing::Values(
-        ParseFailure{"x:ascii=1", "attrib_parse: missing semicolon", "x:ascii=1"},
-        ParseFailure{"\"a:ascii=1;", "attrib_parse: missing end double quote", "\"a:ascii=1;"},
-        ParseFailure{"\"", "attrib_parse: missing end double quote", "\""},
-        ParseFailure{"{ a:ascii=1;", "attrib_parse: missing end brace", "{ a:ascii=1;"},
-        ParseFailure{"a:ascii=1; 9b:ascii=2;", "attrib_parse: bad name 1st char '9'", "9b:ascii=2;"},
-        ParseFailure{"a ascii=1;", "attrib_parse: missing colon", "a ascii=1;"},
-        ParseFailure{"a:9x=1;", "attrib_parse: bad type 1st char '9'", "a:9x=1;"},
-        ParseFailure{"a:ascii 1;", "attrib_parse: missing equals", "a:ascii 1;"},
-        ParseFailure{"a:zz=1;", "attrib_parse: unknown type", "a:zz=1;"},
-        ParseFailure{"a:asciiz=1;", "attrib_parse: unknown type", "a:asciiz=1;"},
-        ParseFailure{"a:struct={ b:ascii=1;", "attrib_parse: missing semicolon", "a:struct={ b:ascii=1;"},
-        ParseFailure{"a:struct={ b:ascii 1; };", "attrib_parse: missing equals", "b:ascii 1;"}));
+        ParseFailure{"NoFinalSemicolon", "x:ascii=1", "attrib_parse: missing semicolon", "x:ascii=1"},
+        ParseFailure{"NoEndQuote", "\"a:ascii=1;", "attrib_parse: missing end double quote", "\"a:ascii=1;"},
+        ParseFailure{"LoneQuote", "\"", "attrib_parse: missing end double quote", "\""},
+        ParseFailure{"NoEndBrace", "{ a:ascii=1;", "attrib_parse: missing end brace", "{ a:ascii=1;"},
+        ParseFailure{"BadNameStart", "a:ascii=1; 9b:ascii=2;", "attrib_parse: bad name 1st char '9'", "9b:ascii=2;"},
+        ParseFailure{"NoColon", "a ascii=1;", "attrib_parse: missing colon", "a ascii=1;"},
+        ParseFailure{"BadTypeStart", "a:9x=1;", "attrib_parse: bad type 1st char '9'", "a:9x=1;"},
+        ParseFailure{"NoEquals", "a:ascii 1;", "attrib_parse: missing equals", "a:ascii 1;"},
+        ParseFailure{"UnknownType", "a:zz=1;", "attrib_parse: unknown type", "a:zz=1;"},
+        ParseFailure{"TypeLongerThanAnyName", "a:asciiz=1;", "attrib_parse: unknown type", "a:asciiz=1;"},
+        ParseFailure{"StructWithoutSemicolon", "a:struct={ b:ascii=1;", "attrib_parse: missing semicolon", "a:struct={ b:ascii=1;"},
+        ParseFailure{"FailureInsideStruct", "a:struct={ b:ascii 1; };", "attrib_parse: missing equals", "b:ascii 1;"}),
+    [](const testing::TestParamInfo<ParseFailure>& info) { return std::string(info.param.name); });
 
 TEST(AttribParseTest, ElementsBeforeAFailureStayLinked) {
   LogCapture log;

@@ -41,8 +41,11 @@ class TempDir {
     char* made = mkdtemp(&pattern[0]);
     path_ = made != nullptr ? made : "";
   }
-  ~TempDir() {
+  ~TempDir() { remove(); }
+  // Removes the directory now, for a process that ends without unwinding.
+  void remove() {
     if (!path_.empty()) nftw(path_.c_str(), remove_entry, 16, FTW_DEPTH | FTW_PHYS);
+    path_.clear();
   }
   const std::string& path() const { return path_; }
   std::string operator/(const std::string& name) const { return path_ + "/" + name; }
