@@ -40,4 +40,20 @@ struct ParsedConfiguration {
   std::string err;
 };
 
+// The names of a list's objects, each followed by a blank.
+inline std::string Names(const TList<Entity>& list) {
+  std::string names;
+  for (TList_Cell<Entity>* cell = list.Head(); cell != nullptr; cell = cell->Next())
+    names += std::string(cell->Data()->Name()) + " ";
+  return names;
+}
+
+// The text is refused at `token`, with one counted error.
+inline void ExpectSyntaxError(const std::string& text, const std::string& token) {
+  ParsedConfiguration parsed(text);
+  EXPECT_EQ(parsed.result, 1) << text;
+  EXPECT_EQ(parsed.config.ParseErrors(), 1) << text;
+  EXPECT_EQ(parsed.err, "parse error near token " + token + ".\n") << text;
+}
+
 #endif

@@ -16,23 +16,10 @@
 
 namespace {
 
-std::string Names(const TList<Entity>& list) {
-  std::string names;
-  for (TList_Cell<Entity>* cell = list.Head(); cell != nullptr; cell = cell->Next())
-    names += std::string(cell->Data()->Name()) + " ";
-  return names;
-}
-
 std::string Printed(const Entity& entity) {
   std::ostringstream out;
   entity.Print(out);
   return out.str();
-}
-
-void ExpectSyntaxError(const std::string& text, const std::string& token) {
-  ParsedConfiguration parsed(text);
-  EXPECT_EQ(parsed.result, 1) << text;
-  EXPECT_EQ(parsed.err, "parse error near token " + token + ".\n") << text;
 }
 
 TEST(ServiceGrammarTest, FiltersDiscriminatorsAndReverseFilters) {

@@ -11,20 +11,6 @@
 
 namespace {
 
-std::string Names(const TList<Entity>& list) {
-  std::string names;
-  for (TList_Cell<Entity>* cell = list.Head(); cell != nullptr; cell = cell->Next())
-    names += std::string(cell->Data()->Name()) + " ";
-  return names;
-}
-
-void ExpectSyntaxError(const std::string& text, const std::string& token) {
-  ParsedConfiguration parsed(text);
-  EXPECT_EQ(parsed.result, 1) << text;
-  EXPECT_EQ(parsed.config.ParseErrors(), 1);
-  EXPECT_EQ(parsed.err, "parse error near token " + token + ".\n") << text;
-}
-
 TEST(RegistryGrammarTest, EmptyTextLeavesTheBuiltIns) {
   ParsedConfiguration parsed("  // nothing\n");
   EXPECT_EQ(parsed.result, 0);
