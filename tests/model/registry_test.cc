@@ -163,3 +163,63 @@ TEST(RegistrySpecialCertificatesTest, EditingAddsMissingGroupsOnceIkeIsInUse) {
 }
 
 }  // namespace
+
+#include "screen/interface.h"
+
+namespace {
+
+Interface* NewInterface(const char* name, Interface_Type type) {
+  return new Interface(name, "inside", type, LOG_NONE, SNMP_NONE, ICMP_NONE, nullptr, nullptr, 0, nullptr);
+}
+
+TEST(RegistryInterfacesTest, CreateMovesAnInterfaceToTheListOfItsType) {
+  Registry registry;
+  registry.Create(CO_INTERFACE, NewInterface("le0", INTERFACE_ADMIN));
+  registry.Create(CO_INTERFACE, NewInterface("le1", INTERFACE_GWY));
+  testing::internal::CaptureStderr();
+  registry.Create(CO_INTERFACE, NewInterface("le0", INTERFACE_GWY));
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "Warning: operation replaced the Administrative Interface.\n");
+  EXPECT_EQ(Names(registry.AdminInterfaces()), "");
+  EXPECT_EQ(Names(registry.GWYInterfaces()), "le1 le0 ");
+  testing::internal::CaptureStderr();
+  registry.Create(CO_INTERFACE, NewInterface("le1", INTERFACE_HA));
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(Names(registry.GWYInterfaces()), "le0 le1 ");
+}
+
+TEST(RegistryInterfacesTest, StealthWarnings) {
+  Registry registry;
+  registry.Create(CO_INTERFACE, NewInterface("s0", INTERFACE_CLK));
+  registry.Create(CO_INTERFACE, NewInterface("s1", INTERFACE_CLK));
+  testing::internal::CaptureStderr();
+  registry.Create(CO_INTERFACE, NewInterface("s0", INTERFACE_DISABLED));
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "Warning: operation left only one STEALTH Interface.\n");
+  testing::internal::CaptureStderr();
+  registry.Create(CO_INTERFACE, NewInterface("s1", INTERFACE_ADMIN));
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "Warning: operation replaced only STEALTH Interface.\n");
+  EXPECT_EQ(Names(registry.DisabledInterfaces()), "s0 ");
+  EXPECT_EQ(Names(registry.AdminInterfaces()), "s1 ");
+}
+
+TEST(RegistryListingTest, SearchAndEnumerateSkipBuiltInsAndSortNames) {
+  Registry registry;
+  registry.Addresses(*NewAddress("zeta", nullptr));
+  registry.Addresses(*NewAddress("alpha", "gate"));
+  registry.Addresses(*NewAddress("alpha", "other"));
+  testing::internal::CaptureStdout();
+  registry.EnumerateName(CO_ADDRESS);
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "\"*\" RANGE\n\"alpha\" HOST\n\"localhost\" GROUP\n\"zeta\" HOST\n");
+  testing::internal::CaptureStdout();
+  registry.Enumerate(CO_ADDRESS, nullptr, nullptr);
+  std::string listed = testing::internal::GetCapturedStdout();
+  EXPECT_EQ(listed.find("localhost"), std::string::npos);
+  EXPECT_LT(listed.find("alpha"), listed.find("zeta"));
+  testing::internal::CaptureStdout();
+  registry.Search(CO_ADDRESS, "gate", "alp", nullptr, 0);
+  std::string found = testing::internal::GetCapturedStdout();
+  EXPECT_NE(found.find("\"alpha\""), std::string::npos);
+  EXPECT_EQ(found.find("zeta"), std::string::npos);
+  EXPECT_EQ(found.find("other"), std::string::npos);
+}
+
+}  // namespace
