@@ -76,7 +76,7 @@ int Configuration::Parse() {
   FWFile& main_file = *policy_->File();
   if (ParseFile(main_file) != 0) return 240;
   if (parse_errors_ != 0) return 241;
-  FWFile* load_file = policy_->LoadFile();
+  FWFile* load_file = policy_->Load();
   if (load_file == nullptr) {
     registry_->File(&main_file);
     return 0;
@@ -120,7 +120,7 @@ int Configuration::CompileStages(std::ostream& out) {
   const int kCompilerError = 245;
   if (this_screen_->FigureVirtualName(*registry_, out) != 0) return kCompilerError;
   if (registry_->Verify(this_screen_, out) != 0) return kCompilerError;
-  if (policy_->Verify(this_screen_, out, *registry_) != 0) return kCompilerError;
+  if (policy_->Verify(*this_screen_, out, *registry_) != 0) return kCompilerError;
   if (this_screen_->Verify(*registry_, out) != 0) return kCompilerError;
   if (this_screen_->HA_IP() != 0) {
     Entity* ha_address = registry_->LastHAProtectedAddress();

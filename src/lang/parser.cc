@@ -14,12 +14,14 @@
 #include "crypto/ipsec_ike_ah_params.h"
 #include "crypto/ipsec_ike_esp_params.h"
 #include "driver/configuration.h"
+#include "driver/fw_file.h"
 #include "lang/scanner.h"
 #include "model/address.h"
 #include "model/address_list.h"
 #include "model/range_list.h"
 #include "model/registry.h"
 #include "model/time.h"
+#include "policy/policy.h"
 #include "screen/ferrowall.h"
 #include "screen/interface_clk.h"
 #include "services/discriminator.h"
@@ -113,6 +115,7 @@ class Parser {
   bool SnmpOption(SNMP_Type* snmp);
   bool IcmpOption(ICMP_Type* icmp);
   void SaveInterface(Interface* interface);
+  bool HeaderStatement();
   bool ScreenStatement(const std::string& name);
   bool ScreenIke(FerrowallSettings* settings, std::string texts[4]);
   bool ScreenOptions(FerrowallSettings* settings, std::string texts[11], simplerange* network);
@@ -213,8 +216,45 @@ bool Parser::Statement() {
     Next();
     return true;
   }
-  std::string name;
-  return String(&name) && NamedStatement(name);
+  switch (token_) {
+    case TOK_POLICY_VERSION:
+    case TOK_REGISTRY_VERSION:
+    case TOK_REGISTRY_USED_VERSION:
+    case TOK_LOAD:
+      return HeaderStatement();
+    default: {
+      std::string name;
+      return String(&name) && NamedStatement(name);
+    }
+  }
+}
+
+// POLICY_VERSION n | REGISTRY_VERSION n | REGISTRY_USED_VERSION n | LOAD name,
+// without a ";".  Their effect depends on whether a LOAD came before: the
+// policy file names its own version first, then loads its registry, whose
+// file then names the registry's version.
+bool Parser::HeaderStatement() {
+  int statement = token_;
+  Next();
+  Policy& policy = *config_.ThePolicy();
+  if (statement == TOK_LOAD) {
+    std::string name;
+    if (!String(&name)) return false;
+    policy.Load(name.c_str());
+    return true;
+  }
+  int version;
+  if (!Number(&version)) return false;
+  FWFile* load = policy.Load();
+  if (statement == TOK_POLICY_VERSION) {
+    (load != nullptr ? load : policy.File())->Version(version);
+  } else if (statement == TOK_REGISTRY_VERSION) {
+    if (load != nullptr) load->Version(version);
+    else if (policy.Version() <= 0) policy.Version(version);
+  } else {
+    policy.RegVersion(version);
+  }
+  return true;
 }
 
 bool Parser::NamedStatement(const std::string& name) {

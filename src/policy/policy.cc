@@ -1,22 +1,256 @@
 #include "policy/policy.h"
 
-#include "driver/fw_file.h"
+#include <cstring>
+#include <iostream>
+#include <vector>
 
-Policy::Policy(FWFile* file) : Entity(file->Versname(), nullptr, nullptr, 0), file_(file) {}
+#include "driver/fw_file.h"
+#include "model/registry.h"
+#include "screen/ferrowall.h"
+#include "support/fwi18n.h"
+
+namespace {
+
+const int kPolicySet = 47;
+
+}  // namespace
+
+Policy::Policy(FWFile* file)
+    : Entity(file->Versname(), nullptr, nullptr, 0), vpn_sets_(new TList<Entity>), file_(file) {}
 
 Policy::~Policy() {
-  delete file_;
-  delete load_file_;
+  vpn_sets_->Delete_Data();
+  delete vpn_sets_;
   delete ether_rules_;
-}
-
-void Policy::LoadFile(FWFile* file) {
-  if (file == load_file_) return;
   delete load_file_;
-  load_file_ = file;
+  delete file_;
 }
 
-int Policy::Verify(Ferrowall*, std::ostream&, Registry&) { return 0; }
+int Policy::Version() const { return file_->Version(); }
+
+void Policy::Version(int version) { file_->Version(version); }
+
+int Policy::RegVersion() const { return load_file_ != nullptr ? load_file_->Version() : 0; }
+
+void Policy::RegVersion(int version) {
+  if (load_file_ != nullptr) load_file_->Version(version);
+}
+
+int Policy::ReadonlyVersion() const { return strchr(Name(), '.') != nullptr; }
+
+void Policy::Load(const char* name) {
+  delete load_file_;
+  load_file_ = new FWFile(file_->Domain(), name);
+}
+
+OrderedEntityList* Policy::ListOf(Config_Objects kind) {
+  return const_cast<OrderedEntityList*>(static_cast<const Policy*>(this)->ListOf(kind));
+}
+
+const OrderedEntityList* Policy::ListOf(Config_Objects kind) const {
+  switch (kind) {
+    case CO_RULE: return &rules_;
+    case CO_NAT: return &nats_;
+    case CO_ACL_LOCAL: return &acls_local_;
+    case CO_ACL_REMOTE: return &acls_remote_;
+    case CO_VPN_NODE: return &vpn_nodes_;
+    default: return nullptr;
+  }
+}
+
+void Policy::Move(Config_Objects kind, int from, int to) {
+  if (OrderedEntityList* list = ListOf(kind)) {
+    list->Move(from, to);
+    dirty_ = 1;
+  }
+}
+
+void Policy::Insert(Config_Objects kind, int position, Entity* entry) {
+  OrderedEntityList* list = kind != CO_VPN_NODE ? ListOf(kind) : nullptr;
+  if (list == nullptr || entry == nullptr) return;
+  list->Insert(position, *entry);
+  dirty_ = 1;
+}
+
+void Policy::Create(Config_Objects kind, Entity* entry) {
+  OrderedEntityList* list = ListOf(kind);
+  if (list == nullptr || entry == nullptr) return;
+  list->Items(*entry);
+  dirty_ = 1;
+}
+
+void Policy::Delete(Config_Objects kind, int position) {
+  OrderedEntityList* list = ListOf(kind);
+  if (list == nullptr) return;
+  dirty_ = 1;
+  TList_Cell<Entity>* cell = list->Items().Head();
+  for (int at = 1; cell != nullptr && at < position; ++at) cell = cell->Next();
+  if (position >= 1) list->Items().Delete_Data_Cell(cell);
+}
+
+TList<Entity>* Policy::TypeToList(Config_Objects kind) {
+  OrderedEntityList* list = ListOf(kind);
+  return list != nullptr ? &list->Items() : nullptr;
+}
+
+namespace {
+
+// A list that is asked whether it refers to an object, with the label its
+// lines carry.
+struct ReferringList {
+  Config_Objects list;
+  const char* label;
+};
+
+std::vector<ReferringList> AskedLists(Config_Objects kind) {
+  switch (kind) {
+    case CO_ADDRESS:
+      return {{CO_RULE, "RULE"}, {CO_NAT, "NAT"}, {CO_ACL_REMOTE, "ACLRemote"}, {CO_VPN_NODE, "VPNGateway"}};
+    case CO_SCREEN:
+      return {{CO_RULE, "RULE"},
+              {CO_NAT, "NAT"},
+              {CO_ACL_LOCAL, "ACLLocal"},
+              {CO_ACL_REMOTE, "ACLRemote"},
+              {CO_VPN_NODE, "VPNGateway"}};
+    case CO_SERVICE:
+    case CO_TIME:
+    case CO_VPN:
+      return {{CO_RULE, "RULE"}};
+    case CO_CERTIFICATE:
+    case CO_ALG_KEY:
+    case CO_ALG_DATA:
+    case CO_ALG_MAC:
+    case CO_ALG_COMP:
+    case CO_ALGORITHM:
+      return {{CO_RULE, "RULE"}, {CO_ACL_REMOTE, "ACLRRemote"}, {CO_VPN_NODE, "VPNGateway"}};
+    case CO_USER:
+      return {{CO_RULE, "RULE"}, {CO_ACL_LOCAL, "ACLLocal"}, {CO_ACL_REMOTE, "ACLRemote"}};
+    default:
+      return {};
+  }
+}
+
+// The lists a rename goes through: those asked, and for a VPN the gateways,
+// which carry its name.
+std::vector<Config_Objects> RenamedLists(Config_Objects kind) {
+  std::vector<Config_Objects> lists;
+  for (const ReferringList& asked : AskedLists(kind)) lists.push_back(asked.list);
+  if (kind == CO_VPN) lists.push_back(CO_VPN_NODE);
+  return lists;
+}
+
+}  // namespace
+
+int Policy::IsReferenced(Config_Objects kind, const char* name, int print) const {
+  int count = 0;
+  for (const ReferringList& asked : AskedLists(kind)) count += ListOf(asked.list)->Refer(kind, name, print, asked.label);
+  return count;
+}
+
+void Policy::RenameReference(Config_Objects kind, const char* old_name, const char* new_name) {
+  std::vector<Config_Objects> lists = RenamedLists(kind);
+  for (Config_Objects list : lists) ListOf(list)->RenameReference(kind, old_name, new_name);
+  if (!lists.empty()) dirty_ = 1;
+}
+
+void Policy::Enumerate(Config_Objects kind) const {
+  if (const OrderedEntityList* list = ListOf(kind)) list->Enumerate(std::cout, ENUM_FULL);
+}
+
+void Policy::EnumerateNumber(Config_Objects kind, int number) const {
+  const OrderedEntityList* list = ListOf(kind);
+  if (list == nullptr) return;
+  int position = 1;
+  for (TList_Cell<Entity>* cell = list->Items().Head(); cell != nullptr; cell = cell->Next(), ++position) {
+    if (number != 0 && number != position) continue;
+    std::cout << position << ' ';
+    cell->Data()->Enumerate(std::cout, ENUM_FULL);
+  }
+}
+
+void Policy::RemoveOtherScreenData(const Ferrowall& screen, TList<Entity>& list) {
+  TList_Cell<Entity>* cell = list.Head();
+  while (cell != nullptr) {
+    TList_Cell<Entity>* next = cell->Next();
+    Entity& entry = *cell->Data();
+    if (entry.Screen() != nullptr) {
+      if (strcmp(entry.Screen(), "*") == 0) entry.ClearScreen();
+      else if (strcmp(entry.Screen(), screen.VirtualName()) != 0) list.Delete_Data_Cell(cell);
+    }
+    cell = next;
+  }
+}
+
+namespace {
+
+// The SKIP algorithm lists in the order rules and access entries resolve
+// against them.
+struct AlgorithmPass {
+  Config_Objects kind;
+  TList<Entity>& (Registry::*list)() const;
+  Skip_Version version;
+};
+
+const AlgorithmPass kSkipAlgorithmPasses[] = {
+    {CO_ALG_KEY, &Registry::AlgorithmKeyV1, SKIP_V1},   {CO_ALG_DATA, &Registry::AlgorithmDataV1, SKIP_V1},
+    {CO_ALG_KEY, &Registry::AlgorithmKeyV2, SKIP_V2},   {CO_ALG_DATA, &Registry::AlgorithmDataV2, SKIP_V2},
+    {CO_ALG_MAC, &Registry::AlgorithmMacV2, SKIP_V2},   {CO_ALG_COMP, &Registry::AlgorithmCompV2, SKIP_V2},
+};
+
+int ResolveSkipAlgorithms(OrderedEntityList& list, Registry& registry, std::ostream& out) {
+  int errors = 0;
+  for (const AlgorithmPass& pass : kSkipAlgorithmPasses)
+    errors += list.ResolveAlgorithms(pass.kind, (registry.*pass.list)(), pass.version, out);
+  return errors;
+}
+
+}  // namespace
+
+int Policy::ResolveReferences(std::ostream& out, Registry& registry) {
+  int errors = rules_.Resolve(CO_SCREEN, registry.Screens(), out);
+  errors += rules_.Resolve(CO_ADDRESS, registry.Addresses(), out);
+  errors += rules_.Resolve(CO_SERVICE, registry.ServicesCompile(), out);
+  errors += rules_.Resolve(CO_CERTIFICATE, registry.Certificates(), out);
+  errors += rules_.Resolve(CO_KEY, registry.Keys(), out);
+  errors += rules_.Resolve(CO_VPN, *vpn_sets_, out);
+  errors += ResolveSkipAlgorithms(rules_, registry, out);
+  errors += rules_.Resolve(CO_ALGORITHM, registry.Algorithms(), out);
+  errors += rules_.Resolve(CO_TIME, registry.Times(), out);
+  errors += rules_.Resolve(CO_USER, registry.Users(), out);
+
+  errors += nats_.Resolve(CO_ADDRESS, registry.Addresses(), out);
+
+  errors += acls_remote_.Resolve(CO_ADDRESS, registry.Addresses(), out);
+  errors += acls_remote_.Resolve(CO_CERTIFICATE, registry.Certificates(), out);
+  errors += ResolveSkipAlgorithms(acls_remote_, registry, out);
+  errors += acls_remote_.Resolve(CO_ALGORITHM, registry.Algorithms(), out);
+
+  errors += vpn_nodes_.Resolve(CO_ADDRESS, registry.Addresses(), out);
+  errors += vpn_nodes_.Resolve(CO_SCREEN, registry.Screens(), out);
+  errors += vpn_nodes_.Resolve(CO_CERTIFICATE, registry.Certificates(), out);
+  errors += vpn_nodes_.Resolve(CO_ALG_KEY, registry.AlgorithmKeyV2(), out);
+  errors += vpn_nodes_.Resolve(CO_ALG_DATA, registry.AlgorithmDataV2(), out);
+  errors += vpn_nodes_.Resolve(CO_ALG_MAC, registry.AlgorithmMacV2(), out);
+  errors += vpn_nodes_.Resolve(CO_ALG_COMP, registry.AlgorithmCompV2(), out);
+  return errors + vpn_nodes_.Resolve(CO_ALGORITHM, registry.Algorithms(), out);
+}
+
+// The stages that expand the rule list (security parameters, proxy rules
+// and files, reverse rules, VPN rules, conflicts, Ethernet rules) join this
+// pipeline with the classes they need.
+int Policy::Verify(Ferrowall& screen, std::ostream& out, Registry& registry) {
+  for (OrderedEntityList* list : {&rules_, &nats_, &acls_local_, &acls_remote_})
+    RemoveOtherScreenData(screen, list->Items());
+  int errors = 0;
+  if (registry.GWYInterfaces().Empty() && registry.AdminInterfaces().Empty() && !acls_remote_.Items().Empty()) {
+    std::cerr << fwi18n_text(kPolicySet, 1,
+                             "Error: No enabled (Routing or Admin) Interfaces specified with remote admin rules.")
+              << std::endl;
+    ++errors;
+  }
+  errors += ResolveReferences(out, registry);
+  return errors;
+}
 
 void Policy::SetHARules(Entity&) {}
 

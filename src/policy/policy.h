@@ -1,5 +1,9 @@
-// The Policy holds the ordered rules of the configuration with their
-// companions, and the stored files they came from.
+// The Policy is the ordered half of a configuration: rules, address
+// translations, access entries and VPN gateways, in the order the
+// administrator wrote them (positions count from 1), with the stored files
+// they came from.  Its Verify turns what was written into what one screen
+// must enforce: it drops the entries of other screens, links every name to
+// the Registry and expands the rule list in place.
 #ifndef FW_POLICY_POLICY_H
 #define FW_POLICY_POLICY_H
 
@@ -18,17 +22,68 @@ class Policy : public Entity {
   explicit Policy(FWFile* file);
   ~Policy() override;
 
-  FWFile* File() const { return file_; }
-  // The registry file named by a LOAD statement; null without one.
-  FWFile* LoadFile() const { return load_file_; }
-  // Takes over `file`.
-  void LoadFile(FWFile* file);
   OrderedEntityList& Rules() { return rules_; }
+  void Rules(Entity& rule) { rules_.Items(rule); }
+  void Rules(int position, Entity& rule) { rules_.Insert(position, rule); }
+  OrderedEntityList& Nats() { return nats_; }
+  void Nats(Entity& nat) { nats_.Items(nat); }
+  void Nats(int position, Entity& nat) { nats_.Insert(position, nat); }
+  OrderedEntityList& ACLsLocal() { return acls_local_; }
+  void ACLsLocal(Entity& acl) { acls_local_.Items(acl); }
+  void ACLsLocal(int position, Entity& acl) { acls_local_.Insert(position, acl); }
+  OrderedEntityList& ACLsRemote() { return acls_remote_; }
+  void ACLsRemote(Entity& acl) { acls_remote_.Items(acl); }
+  void ACLsRemote(int position, Entity& acl) { acls_remote_.Insert(position, acl); }
+  OrderedEntityList& VPNNodes() { return vpn_nodes_; }
+  void VPNNodes(Entity& node) { vpn_nodes_.Items(node); }
+  TList<Entity>& VPNSets() { return *vpn_sets_; }
   // The Ethernet rules split off the rule list; null until they are.
   OrderedEntityList* EtherRules() { return ether_rules_; }
 
-  // Compile stages, in the order the compile runs them.
-  int Verify(Ferrowall* screen, std::ostream& out, Registry& registry);
+  FWFile* File() const { return file_; }
+  int Version() const;
+  void Version(int version);
+  // The load file's version; 0 without a load file.
+  int RegVersion() const;
+  void RegVersion(int version);
+  // A policy whose name has a version ("policy.7") is a stored copy.
+  int ReadonlyVersion() const;
+  // Names the registry file to load, in the domain of the policy's file; a
+  // second call replaces the first.
+  void Load(const char* name);
+  // The registry file named by a LOAD statement; null without one.
+  FWFile* Load() const { return load_file_; }
+  int Dirty() const { return dirty_; }
+  void Dirty(int dirty) { dirty_ = dirty; }
+
+  // Editing operations on the list of a kind (rules, translations, local
+  // and remote access entries, gateways); other kinds do nothing.
+  void Move(Config_Objects kind, int from, int to);
+  void Insert(Config_Objects kind, int position, Entity* entry);
+  void Create(Config_Objects kind, Entity* entry);
+  void Delete(Config_Objects kind, int position);
+  // The entries of the list of a kind, or null.
+  TList<Entity>* TypeToList(Config_Objects kind);
+  int IsReferenced(Config_Objects kind, const char* name, int print) const;
+  void RenameReference(Config_Objects kind, const char* old_name, const char* new_name) override;
+
+  // Listings on the standard output.
+  void Enumerate(Config_Objects kind) const;
+  // Each entry, or the one at `number` when it isn't 0, behind its position.
+  void EnumerateNumber(Config_Objects kind, int number) const;
+  std::ostream& Enumerate(std::ostream& out, Enumerate_Type) const override { return out; }
+  std::ostream& Print(std::ostream& out) const override { return out; }
+
+  // Keeps the entries for everybody and those of the screen's virtual name;
+  // a "*" screen becomes no screen.
+  static void RemoveOtherScreenData(const Ferrowall& screen, TList<Entity>& list);
+  // Links every name of the policy's entries to the registry; returns the
+  // number of names not found.
+  int ResolveReferences(std::ostream& out, Registry& registry);
+
+  // Compile stages, in the order the compile runs them.  Verify returns the
+  // number of problems it reported.
+  int Verify(Ferrowall& screen, std::ostream& out, Registry& registry);
   void SetHARules(Entity& ha_address);
   // The rules of the remote access entries, or null when they can't be made.
   TList<Entity>* GenerateAdminRules(Ferrowall& screen, Registry& registry);
@@ -37,10 +92,20 @@ class Policy : public Entity {
                          TList<Entity>* policy_admin_rules);
 
  private:
-  FWFile* file_;
-  FWFile* load_file_ = nullptr;
+  // The list of a kind, or null.
+  OrderedEntityList* ListOf(Config_Objects kind);
+  const OrderedEntityList* ListOf(Config_Objects kind) const;
+
   OrderedEntityList rules_;
+  OrderedEntityList nats_;
+  OrderedEntityList acls_local_;
+  OrderedEntityList acls_remote_;
+  OrderedEntityList vpn_nodes_;
+  TList<Entity>* vpn_sets_;
   OrderedEntityList* ether_rules_ = nullptr;
+  int dirty_ = 0;
+  FWFile* load_file_ = nullptr;
+  FWFile* file_;
 };
 
 #endif

@@ -33,3 +33,41 @@ TEST(RegistryCompileTest, SeveralScreensParseAndCompileAsFarAsTheStagesGo) {
 }
 
 }  // namespace
+
+namespace {
+
+class LoadFileTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    run.Write("out/registry.2", "gate SCREEN ;\n");
+    run.Write("gate.host", "");
+  }
+  int Compile(const std::string& policy) {
+    run.Write("out/policy.1", policy);
+    return run.Run("-s gate -o out -f policy.1", "/dev/null", "FERROWALL_HOST=" + run.Path("gate.host"));
+  }
+  CompilerRun run;
+};
+
+TEST_F(LoadFileTest, TheLoadedFileIsReadAfterTheMainFile) {
+  EXPECT_EQ(Compile("POLICY_VERSION 1\nLOAD \"registry.2\"\n"), 0);
+  EXPECT_EQ(run.Err(), "");
+}
+
+TEST_F(LoadFileTest, AMissingLoadFileIsNotFound) {
+  EXPECT_EQ(Compile("LOAD \"registry.3\"\n"), 240);
+  EXPECT_EQ(run.Err(), "file not found.\n");
+}
+
+TEST_F(LoadFileTest, AnErrorInTheMainFileLeavesTheLoadFileAlone) {
+  EXPECT_EQ(Compile("LOAD \"registry.3\"\nbroken ;\n"), 241);
+  EXPECT_EQ(run.Err(), "parse error near token ;.\nparse error.\n");
+}
+
+TEST_F(LoadFileTest, ErrorsInTheLoadFileAreParseErrors) {
+  run.Write("out/registry.2", "gate SCREEN ;\nbroken ;\n");
+  EXPECT_EQ(Compile("LOAD \"registry.2\"\n"), 241);
+  EXPECT_EQ(run.Err(), "parse error near token ;.\nparse error.\n");
+}
+
+}  // namespace
