@@ -1,0 +1,416 @@
+#include "policy/rule.h"
+
+#include <cstring>
+#include <iostream>
+#include <string>
+
+#include "model/address.h"
+#include "model/entity_text.h"
+#include "model/time.h"
+#include "model/user.h"
+#include "policy/rule_broadcast.h"
+#include "services/service.h"
+#include "services/state_engine.h"
+#include "support/fwi18n.h"
+
+int Rule::unique_id_counter_ = 0;
+
+namespace {
+
+const char kRuleName[] = "RULE";
+
+Entity* placeholder(const char* name) { return new Entity(name, nullptr, nullptr, 0); }
+
+Entity* placeholder_or_null(const char* name) {
+  return name != nullptr ? placeholder(name) : nullptr;
+}
+
+Entity* placeholder_of(const Entity* entity) {
+  return entity != nullptr ? placeholder(entity->Name()) : nullptr;
+}
+
+// The address of a parsed rule: an empty set that only carries the name.
+Address* address_placeholder(const char* name, const char* missing) {
+  return new Address(name != nullptr ? name : missing, nullptr, nullptr, ADDRESS_SINGLE);
+}
+
+User* user_of(const char* name) { return name != nullptr ? new User(name, nullptr) : nullptr; }
+
+User* user_copy(const User* user) { return user != nullptr ? user_of(user->Name()) : nullptr; }
+
+bool named(const Entity* entity, const char* name) {
+  return entity != nullptr && name != nullptr && strcmp(entity->Name(), name) == 0;
+}
+
+void rename(Entity* entity, const char* old_name, const char* new_name) {
+  if (named(entity, old_name)) entity->Name(new_name);
+}
+
+void mark(Entity* entity) {
+  if (entity == nullptr) return;
+  entity->Used(1);
+  entity->Mark();
+}
+
+const char* log_word(Log_Type log) {
+  switch (log) {
+    case LOG_SUMMARY: return " LOG SUMMARY";
+    case LOG_DETAIL: return " LOG DETAIL";
+    case LOG_DYNAMIC: return " LOG DYNAMIC";
+    case LOG_SESSION: return " LOG SESSION";
+    default: return "";
+  }
+}
+
+const char* icmp_word(ICMP_Type icmp) {
+  switch (icmp) {
+    case ICMP_NET_UNREACHABLE: return " ICMP NET_UNREACHABLE";
+    case ICMP_HOST_UNREACHABLE: return " ICMP HOST_UNREACHABLE";
+    case ICMP_PORT_UNREACHABLE: return " ICMP PORT_UNREACHABLE";
+    case ICMP_NET_FORBIDDEN: return " ICMP NET_FORBIDDEN";
+    case ICMP_HOST_FORBIDDEN: return " ICMP HOST_FORBIDDEN";
+    default: return "";
+  }
+}
+
+}  // namespace
+
+Rule::Rule(const char* service, const char* source, const char* destination, const char* user,
+           SecurityParameters* first, SecurityParameters* second, const char* vpn,
+           Action_Type action, Log_Type log, SNMP_Type snmp, ICMP_Type icmp, int ha,
+           ProxyData* proxy, const char* time, const char* screen, const char* comment)
+    : Entity(kRuleName, screen, comment, 0),
+      input_service_(placeholder(service != nullptr ? service : "Missing Service")),
+      input_vpn_(placeholder_or_null(vpn)),
+      source_(address_placeholder(source, "Missing Source Address")),
+      destination_(address_placeholder(destination, "Missing Destination Address")),
+      use_(user_of(user)),
+      action_(action),
+      log_(log),
+      snmp_(snmp),
+      icmp_(icmp),
+      ha_(ha),
+      proxy_(proxy),
+      input_time_(placeholder_or_null(time)),
+      interfaces_(new TList<int>),
+      origin_(this) {
+  if (first != nullptr && second != nullptr) {
+    decryption_parameters_ = first;
+    encryption_parameters_ = second;
+  } else {
+    security_parameter_ = first != nullptr ? first : second;
+  }
+}
+
+// The blocks and the proxy data would be cloned here; their classes are not
+// part of the build yet, so both are always null and stay so.
+Rule::Rule(Service& service, const Address& source, const Address& destination, const User* user,
+           const SecurityParameters*, const SecurityParameters*, VPNSet* vpn, Action_Type action,
+           Log_Type log, SNMP_Type snmp, ICMP_Type icmp, int ha, const ProxyData*, Time* time,
+           const char* screen, const char* comment)
+    : Entity(kRuleName, screen, comment, 0),
+      input_service_(placeholder(service.Name())),
+      svc_resolved_(&service),
+      source_(new Address(source)),
+      destination_(new Address(destination)),
+      use_(user_copy(user)),
+      vpn_(vpn),
+      action_(action),
+      log_(log),
+      snmp_(snmp),
+      icmp_(icmp),
+      ha_(ha),
+      input_time_(placeholder_of(time)),
+      time_resolved_(time),
+      interfaces_(new TList<int>),
+      origin_(this) {}
+
+Rule::Rule(const Rule& other)
+    : Entity(kRuleName, other.Screen(), other.Description(), 0),
+      input_service_(placeholder_of(other.input_service_)),
+      input_vpn_(placeholder_of(other.input_vpn_)),
+      svc_resolved_(other.svc_resolved_),
+      source_(new Address(*other.source_)),
+      destination_(new Address(*other.destination_)),
+      use_(user_copy(other.use_)),
+      vpn_(other.vpn_),
+      action_(other.action_),
+      log_(other.log_),
+      snmp_(other.snmp_),
+      icmp_(other.icmp_),
+      ha_(other.ha_),
+      input_time_(placeholder_of(other.input_time_)),
+      time_resolved_(other.time_resolved_),
+      interfaces_(new TList<int>),
+      origin_(other.origin_) {}
+
+Rule::~Rule() {
+  delete input_service_;
+  delete input_vpn_;
+  delete source_;
+  delete destination_;
+  delete use_;
+  delete input_time_;
+  interfaces_->Delete_Data();
+  delete interfaces_;
+}
+
+void Rule::Origin(Rule* origin) {
+  if (origin_ == this) origin_ = origin;
+}
+
+int Rule::UniqueID() {
+  if (unique_id_ == -1) unique_id_ = unique_id_counter_++;
+  return unique_id_;
+}
+
+void Rule::ResetUniqueId() { unique_id_counter_ = 0; }
+
+void Rule::Source(const Address& address) {
+  if (&address == source_) return;
+  delete source_;
+  source_ = new Address(address);
+}
+
+void Rule::Destination(const Address& address) {
+  if (&address == destination_) return;
+  delete destination_;
+  destination_ = new Address(address);
+}
+
+void Rule::Svc(Service& service) {
+  delete input_service_;
+  input_service_ = new Service(service.Name(), nullptr, nullptr);
+  svc_resolved_ = &service;
+}
+
+unsigned Rule::IKE_RuleNum(unsigned number) {
+  if (ike_rule_num_ == 0) ike_rule_num_ = number;
+  return ike_rule_num_;
+}
+
+void Rule::SetInterface(int id) {
+  for (TList_Cell<int>* cell = interfaces_->Head(); cell != nullptr; cell = cell->Next())
+    if (*cell->Data() == id) return;
+  interfaces_->Append(*new int(id));
+}
+
+void Rule::SetInterface(const TList<int>& ids) {
+  for (TList_Cell<int>* cell = ids.Head(); cell != nullptr; cell = cell->Next())
+    SetInterface(*cell->Data());
+}
+
+// Every step of the decision asks the blocks for their direction; with no
+// block on any rule yet, there is nothing to decide and nothing to report.
+int Rule::SetSecurityParameters(const Ferrowall&) { return 0; }
+
+int Rule::ReportParameterResolve(Config_Objects kind, Resolve_Error answer, const char* bad_name,
+                                 std::ostream& out) const {
+  const char* name = bad_name != nullptr ? bad_name : "";
+  const char* word = nullptr;
+  const char* invalid = nullptr;
+  switch (kind) {
+    case CO_ADDRESS: word = "ADDRESS"; break;
+    case CO_SCREEN: word = "SCREEN"; break;
+    case CO_CERTIFICATE:
+    case CO_KEY:
+      word = "CERTIFICATE";
+      invalid = fwi18n_text(49, 1, "Error: Rule refers to invalid Certificate type: ");
+      break;
+    case CO_ALGORITHM:
+      word = "ALGORITHM";
+      invalid = fwi18n_text(49, 2, "Error: Rule refers to invalid Algorithm: ");
+      break;
+    default: return 0;
+  }
+  switch (answer) {
+    case RESOLVE_NOT_FOUND: NotDefined(out, name, word); return 1;
+    case RESOLVE_WRONG_TYPE:
+      if (invalid == nullptr) return 0;
+      out << invalid << name << std::endl;
+      return 1;
+    case RESOLVE_ALREADY_REPORTED: return invalid != nullptr ? 1 : 0;
+    default: return 0;
+  }
+}
+
+TList<Entity>* Rule::SplitRuleByFilterParams(TList<Entity>& services) const {
+  TList<Entity>* rules = new TList<Entity>;
+  if (svc_resolved_ == nullptr) return rules;
+  const TList<FilterParams>& sets = svc_resolved_->Filters();
+  for (TList_Cell<FilterParams>* cell = sets.Head(); cell != nullptr; cell = cell->Next()) {
+    const FilterParams& set = *cell->Data();
+    std::string name = std::string(svc_resolved_->Name()) + "." + set.stateEngine()->Name();
+    Service* part = new Service(name.c_str(), svc_resolved_->Screen(), svc_resolved_->Description());
+    part->Include(set, 0);
+    services.Append(*part);
+    Rule* copy = new Rule(*this);
+    copy->SetInterface(*interfaces_);
+    copy->Svc(*part);
+    rules->Append(*copy);
+  }
+  return rules;
+}
+
+std::ostream& Rule::PrintFlags(std::ostream& out) const {
+  out << log_word(log_);
+  if (snmp_ == SNMP_TRAP) out << " SNMP";
+  if (action_ != ACTION_ALLOW) out << icmp_word(icmp_);
+  return out;
+}
+
+void Rule::Mark() {
+  mark(svc_resolved_);
+  mark(source_);
+  mark(destination_);
+  mark(use_);
+  mark(time_resolved_);
+}
+
+// The blocks' own references are resolved by the blocks; there are none yet.
+int Rule::Resolve(Config_Objects kind, TList<Entity>& list, std::ostream& out) {
+  switch (kind) {
+    case CO_SERVICE: return ResolveService(list, out);
+    case CO_ADDRESS:
+      return ResolveAddress(&source_, list, out) + ResolveAddress(&destination_, list, out);
+    case CO_VPN: return ResolveVpn(list, out);
+    case CO_TIME: return ResolveTime(list, out);
+    default: return 0;
+  }
+}
+
+// Only the blocks hold algorithm names of the SKIP lists; there are none yet.
+int Rule::ResolveAlgorithms(Config_Objects, TList<Entity>&, Skip_Version, std::ostream&) {
+  return 0;
+}
+
+int Rule::ResolveService(TList<Entity>& list, std::ostream& out) {
+  Service* found = dynamic_cast<Service*>(input_service_->FindSelf(list, 1));
+  if (found == nullptr) {
+    NotDefined(out, input_service_->Name(), "SERVICE");
+    return 1;
+  }
+  svc_resolved_ = found;
+  return 0;
+}
+
+// The rule keeps a private copy, so that distribution may narrow it without
+// touching the Registry.
+int Rule::ResolveAddress(Address** field, TList<Entity>& list, std::ostream& out) {
+  Address* found = dynamic_cast<Address*>((*field)->FindSelf(list, 1));
+  if (found == nullptr) {
+    NotDefined(out, (*field)->Name(), "ADDRESS");
+    return 1;
+  }
+  if (found == *field) return 0;
+  Address* copy = new Address(*found);
+  delete *field;
+  *field = copy;
+  return 0;
+}
+
+// A VPN set that is found can't be linked until its class is part of the
+// build; the name is checked all the same.
+int Rule::ResolveVpn(TList<Entity>& list, std::ostream& out) {
+  if (input_vpn_ == nullptr || input_vpn_->FindSelf(list, 1) != nullptr) return 0;
+  NotDefined(out, input_vpn_->Name(), "VPN");
+  return 1;
+}
+
+// TIME "*" means at all times, the same as no TIME clause.
+int Rule::ResolveTime(TList<Entity>& list, std::ostream& out) {
+  if (input_time_ == nullptr) return 0;
+  if (strcmp(input_time_->Name(), "*") == 0) {
+    delete input_time_;
+    input_time_ = nullptr;
+    return 0;
+  }
+  Time* found = dynamic_cast<Time*>(input_time_->FindSelf(list, 1));
+  if (found == nullptr) {
+    NotDefined(out, input_time_->Name(), "TIME");
+    return 1;
+  }
+  time_resolved_ = found;
+  return 0;
+}
+
+int Rule::Refer(Config_Objects kind, const char* name, int print) const {
+  bool hit = false;
+  switch (kind) {
+    case CO_SERVICE: hit = named(input_service_, name); break;
+    case CO_ADDRESS: hit = named(source_, name) || named(destination_, name); break;
+    case CO_USER: hit = named(use_, name); break;
+    case CO_TIME: hit = named(input_time_, name); break;
+    case CO_VPN: hit = named(input_vpn_, name); break;
+    case CO_SCREEN: hit = Screen() != nullptr && name != nullptr && strcmp(Screen(), name) == 0; break;
+    default: break;
+  }
+  if (!hit) return 0;
+  if (print) Enumerate(std::cout << "RULE\t" << "\t", ENUM_FULL);
+  return 1;
+}
+
+void Rule::RenameReference(Config_Objects kind, const char* old_name, const char* new_name) {
+  switch (kind) {
+    case CO_SERVICE: rename(input_service_, old_name, new_name); break;
+    case CO_ADDRESS:
+      rename(source_, old_name, new_name);
+      rename(destination_, old_name, new_name);
+      break;
+    case CO_USER: rename(use_, old_name, new_name); break;
+    case CO_TIME: rename(input_time_, old_name, new_name); break;
+    case CO_VPN: rename(input_vpn_, old_name, new_name); break;
+    case CO_SCREEN: Entity::RenameReference(kind, old_name, new_name); break;
+    default: break;
+  }
+}
+
+// A rule with a VPN carries no security block; the blocks would follow here
+// otherwise, once their classes are part of the build.
+std::ostream& Rule::PrintMiddle(std::ostream& out) const {
+  if (input_vpn_ != nullptr) out << " VPN \"" << input_vpn_->Name() << '"';
+  return out;
+}
+
+const char* Rule::ActionWord() const { return action_ == ACTION_ALLOW ? "ALLOW" : "DENY"; }
+
+std::ostream& Rule::Enumerate(std::ostream& out, Enumerate_Type) const {
+  if (Screen() != nullptr) out << "SCREEN \"" << Screen() << "\" ";
+  out << '"' << input_service_->Name() << "\" \"" << source_->Name() << "\" \""
+      << destination_->Name() << '"';
+  if (use_ != nullptr) out << " USER \"" << use_->Name() << '"';
+  PrintMiddle(out) << ' ' << ActionWord();
+  PrintFlags(out);
+  if (input_time_ != nullptr) out << " TIME \"" << input_time_->Name() << '"';
+  return entity_text_comment(out, *this) << '\n';
+}
+
+std::ostream& Rule::Print(std::ostream& out) const {
+  out << "RULE\t\"" << input_service_->Name() << "\"  \"" << source_->Name() << "\"  \""
+      << destination_->Name() << '"';
+  if (use_ != nullptr) out << "  USER \"" << use_->Name() << '"';
+  PrintMiddle(out) << "  " << ActionWord();
+  PrintFlags(out);
+  if (input_time_ != nullptr) out << " TIME\t\"" << input_time_->Name() << '"';
+  return entity_text_tail(out, *this);
+}
+
+void Rule::BroadcastSplit(Rule** plain, Rule** broadcast) {
+  if (svc_resolved_ == nullptr) {
+    *plain = this;
+    return;
+  }
+  Service* plain_service = nullptr;
+  Service* broadcast_service = nullptr;
+  svc_resolved_->BroadcastSplit(&plain_service, &broadcast_service);
+  if (plain_service == svc_resolved_) {
+    *plain = this;
+  } else if (plain_service != nullptr) {
+    *plain = new Rule(*this);
+    (*plain)->Svc(*plain_service);
+  }
+  if (broadcast_service != nullptr) {
+    *broadcast = new RuleBroadcast(*this);
+    if (broadcast_service != svc_resolved_) (*broadcast)->Svc(*broadcast_service);
+  }
+}

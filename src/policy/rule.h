@@ -1,0 +1,181 @@
+// Rule is one line of the policy: a service, a source and a destination
+// address, a verdict and what goes with it (user, encryption, VPN, logging,
+// proxy, time of day).  The same class serves three stages: a parsed rule
+// holds names, a resolved rule holds private copies of its addresses and
+// links to its service, VPN and time, and the expansion of the policy
+// derives new rules from it.  Every derived rule leads back to the rule of
+// the policy list through Origin.
+//
+// A rule owns its address copies, its placeholders, its user, its security
+// parameter blocks and its proxy data; it never owns its service, VPN or
+// time.  Copies never inherit a unique id, an IKE rule number or the
+// interface tags.
+//
+// The security parameter, proxy and VPN set classes are not part of the
+// build yet: their fields are always null, and nothing here clones, frees
+// or asks them anything.
+#ifndef FW_POLICY_RULE_H
+#define FW_POLICY_RULE_H
+
+#include <ostream>
+
+#include "model/entity.h"
+#include "model/enumerations.h"
+#include "model/t_list.h"
+
+class Address;
+class Ferrowall;
+class ProxyData;
+class SecurityParameters;
+class Service;
+class Time;
+class User;
+class VPNSet;
+
+enum Action_Type { ACTION_DENY = 0, ACTION_ALLOW = 1 };
+
+class Rule : public Entity {
+ public:
+  // The rule as written.  A null service, source or destination becomes a
+  // placeholder named "Missing Service", "Missing Source Address" or
+  // "Missing Destination Address".  With two blocks, `first` is the
+  // decryption side and `second` the encryption side; a single block waits
+  // for SetSecurityParameters.  Takes `first`, `second` and `proxy`.
+  Rule(const char* service, const char* source, const char* destination, const char* user,
+       SecurityParameters* first, SecurityParameters* second, const char* vpn, Action_Type action,
+       Log_Type log, SNMP_Type snmp, ICMP_Type icmp, int ha, ProxyData* proxy, const char* time,
+       const char* screen, const char* comment);
+  // A rule derived during the expansion: linked to `service`, `vpn` and
+  // `time`; `source`, `destination`, the user (by name), the two blocks and
+  // the proxy data are copied.
+  Rule(Service& service, const Address& source, const Address& destination, const User* user,
+       const SecurityParameters* decryption, const SecurityParameters* encryption, VPNSet* vpn,
+       Action_Type action, Log_Type log, SNMP_Type snmp, ICMP_Type icmp, int ha,
+       const ProxyData* proxy, Time* time, const char* screen, const char* comment);
+  // Always a plain Rule with the Origin of `other`, no unique id, no IKE
+  // rule number and no interface tags.
+  Rule(const Rule& other);
+  Rule& operator=(const Rule&) = delete;
+  ~Rule() override;
+
+  const Entity& InputService() const { return *input_service_; }
+  const Entity* InputVpn() const { return input_vpn_; }
+  const Entity* InputTime() const { return input_time_; }
+  // Null until the service is resolved.
+  Service* SvcResolved() const { return svc_resolved_; }
+  Address& Source() const { return *source_; }
+  Address& Destination() const { return *destination_; }
+  const User* Use() const { return use_; }
+  SecurityParameters* SecurityParameter() const { return security_parameter_; }
+  SecurityParameters* DecryptionParameters() const { return decryption_parameters_; }
+  SecurityParameters* EncryptionParameters() const { return encryption_parameters_; }
+  VPNSet* Vpn() const { return vpn_; }
+  Action_Type Action() const { return action_; }
+  Log_Type Log() const { return log_; }
+  SNMP_Type SNMPValue() const { return snmp_; }
+  ICMP_Type ICMPValue() const { return icmp_; }
+  int HAValue() const { return ha_; }
+  ProxyData* Proxy() const { return proxy_; }
+  Time* TimeResolved() const { return time_resolved_; }
+  // The unique ids of the interfaces a distributed rule is also meant for.
+  const TList<int>& Interfaces() const { return *interfaces_; }
+  Rule* Origin() const { return origin_; }
+  unsigned IKE_RuleNum() const { return ike_rule_num_; }
+
+  // Sets the origin only while it is still the rule itself: the first call
+  // wins.
+  void Origin(Rule* origin);
+  // Given on first demand from a class-wide counter.
+  int UniqueID();
+  static void ResetUniqueId();
+  // Stores a copy of `address` unless it is the current object.
+  void Source(const Address& address);
+  void Destination(const Address& address);
+  // Links `service`, which stays with its owner, and names the rule's
+  // service placeholder after it.
+  void Svc(Service& service);
+  void SetHAFlag() { ha_ = 1; }
+  // Stores `number` only while the field is still 0; returns the field.
+  unsigned IKE_RuleNum(unsigned number);
+  // Tags the rule with an interface id, each id once.
+  void SetInterface(int id);
+  void SetInterface(const TList<int>& ids);
+
+  // Decides on which side of `screen` a written block works and moves it
+  // to the decryption or encryption side; reports on the standard error
+  // stream and returns the number of faults.
+  int SetSecurityParameters(const Ferrowall& screen);
+
+  // How the answer of a security parameter block's resolve is reported for
+  // references of sort `kind`: the message, if any, on `out`, and the
+  // number of errors it counts.
+  int ReportParameterResolve(Config_Objects kind, Resolve_Error answer, const char* bad_name,
+                             std::ostream& out) const;
+
+  // One rule per parameter set of the service, each with a new service of
+  // that one set named "<service>.<engine>", which is appended to (and
+  // owned by) `services`.  The copies keep Origin and the interface tags.
+  // The caller owns the returned list and its rules.
+  TList<Entity>* SplitRuleByFilterParams(TList<Entity>& services) const;
+
+  // The log, snmp and icmp words of the rule's text, each behind a blank.
+  std::ostream& PrintFlags(std::ostream& out) const;
+
+  // Marks the service, the addresses, the user and the time as used.
+  void Mark() override;
+  // Links the references of sort `kind` to objects of `list`; returns the
+  // number of errors, each reported on `out`.
+  int Resolve(Config_Objects kind, TList<Entity>& list, std::ostream& out) override;
+  int ResolveAlgorithms(Config_Objects kind, TList<Entity>& list, Skip_Version version,
+                        std::ostream& out) override;
+  // With `print`, a hit also writes "RULE", two tabs and the listing line to
+  // the standard output.
+  int Refer(Config_Objects kind, const char* name, int print) const override;
+  void RenameReference(Config_Objects kind, const char* old_name, const char* new_name) override;
+  // Always the full line, whatever `type` says.
+  std::ostream& Enumerate(std::ostream& out, Enumerate_Type type) const override;
+  std::ostream& Print(std::ostream& out) const override;
+
+  // Cuts the rule by the broadcast sets of its service.  Both out-parameters
+  // start null; a plain half is this rule or a copy with a new service, a
+  // broadcast half is always a new RuleBroadcast.  The new services are the
+  // caller's to keep.
+  virtual void BroadcastSplit(Rule** plain, Rule** broadcast);
+
+ private:
+  // The resolve steps of one sort of reference each.
+  int ResolveService(TList<Entity>& list, std::ostream& out);
+  int ResolveAddress(Address** field, TList<Entity>& list, std::ostream& out);
+  int ResolveVpn(TList<Entity>& list, std::ostream& out);
+  int ResolveTime(TList<Entity>& list, std::ostream& out);
+  // The middle of the rule's text: the VPN, or the security blocks.
+  std::ostream& PrintMiddle(std::ostream& out) const;
+  const char* ActionWord() const;
+
+  int unique_id_ = -1;
+  Entity* input_service_;
+  Entity* input_vpn_ = nullptr;
+  Service* svc_resolved_ = nullptr;
+  Address* source_;
+  Address* destination_;
+  User* use_ = nullptr;
+  SecurityParameters* security_parameter_ = nullptr;
+  SecurityParameters* decryption_parameters_ = nullptr;
+  SecurityParameters* encryption_parameters_ = nullptr;
+  VPNSet* vpn_ = nullptr;
+  Action_Type action_;
+  Log_Type log_;
+  SNMP_Type snmp_;
+  ICMP_Type icmp_;
+  int ha_;
+  ProxyData* proxy_ = nullptr;
+  Entity* input_time_ = nullptr;
+  Time* time_resolved_ = nullptr;
+  TList<int>* interfaces_;
+  Rule* origin_;
+  unsigned ike_rule_num_ = 0;
+
+  static int unique_id_counter_;
+};
+
+#endif
