@@ -21,7 +21,9 @@
 #include "model/range_list.h"
 #include "model/registry.h"
 #include "model/time.h"
+#include "policy/nat.h"
 #include "policy/policy.h"
+#include "policy/rule.h"
 #include "screen/ferrowall.h"
 #include "screen/interface_clk.h"
 #include "services/discriminator.h"
@@ -116,6 +118,8 @@ class Parser {
   bool IcmpOption(ICMP_Type* icmp);
   void SaveInterface(Interface* interface);
   bool HeaderStatement();
+  bool RuleStatement();
+  bool NatStatement();
   bool ScreenStatement(const std::string& name);
   bool ScreenIke(FerrowallSettings* settings, std::string texts[4]);
   bool ScreenOptions(FerrowallSettings* settings, std::string texts[11], simplerange* network);
@@ -222,11 +226,64 @@ bool Parser::Statement() {
     case TOK_REGISTRY_USED_VERSION:
     case TOK_LOAD:
       return HeaderStatement();
+    case TOK_RULE:
+      return RuleStatement();
+    case TOK_NAT:
+      return NatStatement();
     default: {
       std::string name;
       return String(&name) && NamedStatement(name);
     }
   }
+}
+
+// RULE service source destination [USER user] [VPN vpn] ALLOW [log] [snmp] [TIME time] [SCREEN screen] [COMMENT text] ;
+// RULE service source destination [USER user] DENY [log] [snmp] [icmp] [TIME time] [SCREEN screen] [COMMENT text] ;
+bool Parser::RuleStatement() {
+  Next();
+  std::string service, source, destination;
+  Text user, vpn;
+  if (!String(&service) || !String(&source) || !String(&destination) || !OptionalString(TOK_USER, &user))
+    return false;
+  bool allow = true;
+  if (At(TOK_VPN) || At(TOK_ALLOW)) {
+    if (!OptionalString(TOK_VPN, &vpn) || !Expect(TOK_ALLOW)) return false;
+  } else {
+    if (!Expect(TOK_DENY)) return false;
+    allow = false;
+  }
+  // A session log is the session record on an allowed rule; a refused
+  // packet has no session, so it is logged as a summary.
+  Log_Type log = LOG_NONE;
+  SNMP_Type snmp = SNMP_NONE;
+  ICMP_Type icmp = ICMP_NONE;
+  if (!LogOption(allow ? LOG_SESSION : LOG_SUMMARY, &log) || !SnmpOption(&snmp)) return false;
+  if (!allow && !IcmpOption(&icmp)) return false;
+  Text time, screen, comment;
+  if (!OptionalString(TOK_TIME, &time) || !Tail(&screen, &comment)) return false;
+  config_.ThePolicy()->Rules(*new Rule(service.c_str(), source.c_str(), destination.c_str(), Chars(user), nullptr,
+                                       nullptr, Chars(vpn), allow ? ACTION_ALLOW : ACTION_DENY, log, snmp, icmp, 0,
+                                       nullptr, Chars(time), Chars(screen), Chars(comment)));
+  return true;
+}
+
+// NAT STATIC|DYNAMIC original-source original-destination translated-source translated-destination
+//   [SCREEN screen] [COMMENT text] ;
+bool Parser::NatStatement() {
+  Next();
+  unsigned mode;
+  if (At(TOK_STATIC)) mode = 0;
+  else if (At(TOK_DYNAMIC)) mode = 1;
+  else return SyntaxError();
+  Next();
+  std::string addresses[4];
+  for (std::string& address : addresses)
+    if (!String(&address)) return false;
+  Text screen, comment;
+  if (!Tail(&screen, &comment)) return false;
+  config_.ThePolicy()->Nats(*new Nat(addresses[0].c_str(), addresses[1].c_str(), addresses[2].c_str(),
+                                     addresses[3].c_str(), mode, Chars(screen), Chars(comment)));
+  return true;
 }
 
 // POLICY_VERSION n | REGISTRY_VERSION n | REGISTRY_USED_VERSION n | LOAD name,

@@ -6,6 +6,8 @@
 
 #include "driver/fw_file.h"
 #include "model/registry.h"
+#include "policy/nat.h"
+#include "policy/rule.h"
 #include "screen/ferrowall.h"
 #include "support/fwi18n.h"
 
@@ -235,9 +237,32 @@ int Policy::ResolveReferences(std::ostream& out, Registry& registry) {
   return errors + vpn_nodes_.Resolve(CO_ALGORITHM, registry.Algorithms(), out);
 }
 
-// The stages that expand the rule list (security parameters, proxy rules
-// and files, reverse rules, VPN rules, conflicts, Ethernet rules) join this
-// pipeline with the classes they need.
+// A rule whose security parameters can't be placed is dropped, and the walk
+// goes on so that every faulty rule is reported.
+int Policy::SetSecurityParameters(const Ferrowall& screen) {
+  int errors = 0;
+  TList_Cell<Entity>* cell = rules_.Items().Head();
+  while (cell != nullptr) {
+    TList_Cell<Entity>* next = cell->Next();
+    if (static_cast<Rule*>(cell->Data())->SetSecurityParameters(screen) != 0) {
+      rules_.Items().Delete_Data_Cell(cell);
+      ++errors;
+    }
+    cell = next;
+  }
+  return errors;
+}
+
+int Policy::CheckTranslations() const {
+  int errors = 0;
+  for (TList_Cell<Entity>* cell = nats_.Items().Head(); cell != nullptr; cell = cell->Next())
+    errors += static_cast<Nat*>(cell->Data())->Inconsistent(std::cerr) != 0;
+  return errors;
+}
+
+// The stages that expand the rule list (proxy rules and files, reverse
+// rules, VPN rules, conflicts, Ethernet rules) join this pipeline with the
+// classes they need; each runs only while nothing has failed.
 int Policy::Verify(Ferrowall& screen, std::ostream& out, Registry& registry) {
   for (OrderedEntityList* list : {&rules_, &nats_, &acls_local_, &acls_remote_})
     RemoveOtherScreenData(screen, list->Items());
@@ -249,6 +274,8 @@ int Policy::Verify(Ferrowall& screen, std::ostream& out, Registry& registry) {
     ++errors;
   }
   errors += ResolveReferences(out, registry);
+  if (errors == 0) errors += SetSecurityParameters(screen);
+  if (errors == 0) errors += CheckTranslations();
   return errors;
 }
 

@@ -92,6 +92,9 @@ class Policy : public Entity {
                          TList<Entity>* policy_admin_rules);
 
  private:
+  // Verification stages: each returns the number of faults it reported.
+  int SetSecurityParameters(const Ferrowall& screen);
+  int CheckTranslations() const;
   // The list of a kind, or null.
   OrderedEntityList* ListOf(Config_Objects kind);
   const OrderedEntityList* ListOf(Config_Objects kind) const;

@@ -44,3 +44,68 @@ TEST(HeaderGrammarTest, HeaderStatementsTakeNoSemicolon) {
 }
 
 }  // namespace
+
+#include <sstream>
+
+#include "policy/nat.h"
+#include "policy/rule.h"
+
+namespace {
+
+std::string PrintedEntries(const OrderedEntityList& list) {
+  std::ostringstream out;
+  for (TList_Cell<Entity>* cell = list.Items().Head(); cell != nullptr; cell = cell->Next())
+    cell->Data()->Print(out) << '\n';
+  return out.str();
+}
+
+TEST(RuleGrammarTest, AllowAndDenyFormsWithEveryOption) {
+  ParsedConfiguration parsed(
+      "RULE www \"*\" web USER bob VPN corp ALLOW LOG_SESSION SNMP TIME office SCREEN gate COMMENT \"c\" ;\n"
+      "RULE ping \"*\" office DENY LOG DETAIL SNMP ICMP_HOST_UNREACHABLE ;\n"
+      "RULE ping \"*\" office DENY LOG_SESSION ICMP NET_FORBIDDEN ;\n"
+      "RULE any \"*\" \"*\" DENY ;\n"
+      "RULE any \"*\" \"*\" ALLOW LOG SESSION ;\n");
+  ASSERT_EQ(parsed.result, 0) << parsed.err;
+  EXPECT_EQ(PrintedEntries(parsed.config.ThePolicy()->Rules()),
+            "RULE\t\"www\"  \"*\"  \"web\"  USER \"bob\" VPN \"corp\"  ALLOW LOG SESSION SNMP TIME\t\"office\""
+            "\tSCREEN\t\"gate\"\tCOMMENT\t\"c\"\n"
+            "RULE\t\"ping\"  \"*\"  \"office\"  DENY LOG DETAIL SNMP ICMP HOST_UNREACHABLE\n"
+            "RULE\t\"ping\"  \"*\"  \"office\"  DENY LOG SUMMARY ICMP NET_FORBIDDEN\n"
+            "RULE\t\"any\"  \"*\"  \"*\"  DENY\n"
+            "RULE\t\"any\"  \"*\"  \"*\"  ALLOW LOG SESSION\n");
+  Rule& allowed = *static_cast<Rule*>(parsed.config.ThePolicy()->Rules().Items().Head()->Data());
+  EXPECT_EQ(allowed.Log(), LOG_SESSION);
+  Rule& denied = *static_cast<Rule*>(parsed.config.ThePolicy()->Rules().Items().Head()->Next()->Next()->Data());
+  EXPECT_EQ(denied.Log(), LOG_SUMMARY);
+}
+
+TEST(RuleGrammarTest, OptionsThatTheFormsRefuse) {
+  ExpectSyntaxError("RULE s a b ALLOW ICMP_NET_FORBIDDEN ;", "ICMP_NET_FORBIDDEN");
+  ExpectSyntaxError("RULE s a b VPN v DENY ;", "DENY");
+  ExpectSyntaxError("RULE s a b ALLOW SNMP LOG_DETAIL ;", "LOG_DETAIL");
+  ExpectSyntaxError("RULE s a b ALLOW TIME t LOG_DETAIL ;", "LOG_DETAIL");
+  ExpectSyntaxError("RULE s a b ;", ";");
+  ExpectSyntaxError("RULE s a ALLOW ;", "ALLOW");
+  ExpectSyntaxError("RULE s a b ALLOW PROXY_Telnet ;", "PROXY_Telnet");
+}
+
+TEST(NatGrammarTest, StaticAndDynamicEntriesInOrder) {
+  ParsedConfiguration parsed(
+      "NAT STATIC web \"*\" public \"*\" SCREEN gate COMMENT \"w\" ;\n"
+      "NAT DYNAMIC office \"*\" outside \"*\" ;\n"
+      "NAT DYNAMIC office \"*\" outside \"*\" ;\n");
+  ASSERT_EQ(parsed.result, 0) << parsed.err;
+  OrderedEntityList& nats = parsed.config.ThePolicy()->Nats();
+  ASSERT_EQ(nats.Items().Length(), 3);
+  EXPECT_EQ(static_cast<Nat*>(nats.Items().Head()->Data())->Type(), 0);
+  EXPECT_EQ(static_cast<Nat*>(nats.Items().Tail()->Data())->Type(), 1);
+  EXPECT_EQ(PrintedEntries(nats),
+            "NAT\tSTATIC \"web\" \"*\" \"public\" \"*\"\tSCREEN\t\"gate\"\tCOMMENT\t\"w\"\n"
+            "NAT\tDYNAMIC \"office\" \"*\" \"outside\" \"*\"\n"
+            "NAT\tDYNAMIC \"office\" \"*\" \"outside\" \"*\"\n");
+  ExpectSyntaxError("NAT web \"*\" public \"*\" ;", "web");
+  ExpectSyntaxError("NAT STATIC a b c ;", ";");
+}
+
+}  // namespace
