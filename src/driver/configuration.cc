@@ -5,11 +5,13 @@
 #include "driver/fw_file.h"
 #include "lang/parser.h"
 #include "lang/scanner.h"
+#include "model/address.h"
 #include "model/day_of_week.h"
 #include "model/range_list.h"
 #include "model/registry.h"
 #include "policy/policy.h"
 #include "screen/ferrowall.h"
+#include "screen/interface.h"
 #include "services/discriminator.h"
 #include "services/filter.h"
 
@@ -122,12 +124,20 @@ int Configuration::CompileStages(std::ostream& out) {
   if (registry_->Verify(this_screen_, out) != 0) return kCompilerError;
   if (policy_->Verify(*this_screen_, out, *registry_) != 0) return kCompilerError;
   if (this_screen_->Verify(*registry_, out) != 0) return kCompilerError;
-  if (this_screen_->HA_IP() != 0) {
-    Entity* ha_address = registry_->LastHAProtectedAddress();
-    if (ha_address != nullptr) policy_->SetHARules(*ha_address);
-  }
+  if (this_screen_->HA_IP() != 0) MarkHARules();
   if (RulesToInterface(*this_screen_) != 0) return kCompilerError;
   return 0;
+}
+
+// Rules towards the protected address of the screen's high-availability
+// interface (the last one, should there be several) carry the HA flag.
+void Configuration::MarkHARules() {
+  Interface* ha_interface = nullptr;
+  for (TList_Cell<Entity>* cell = registry_->GWYInterfaces().Head(); cell != nullptr; cell = cell->Next()) {
+    Interface* interface = static_cast<Interface*>(cell->Data());
+    if (interface->Type() == INTERFACE_HA) ha_interface = interface;
+  }
+  if (ha_interface != nullptr) policy_->SetHARules(*ha_interface->ProtectedAddress());
 }
 
 void Configuration::DeleteAdminRules() {

@@ -79,6 +79,7 @@ class Configuration {
   int ParseFile(FWFile& file);
   int ParseLoadFile(FWFile& main_file, FWFile& load_file);
   int CompileStages(std::ostream& out);
+  void MarkHARules();
   void DeleteAdminRules();
 
   Registry* registry_;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "driver/fw_file.h"
+#include "model/address.h"
 #include "model/registry.h"
 #include "policy/nat.h"
 #include "policy/rule.h"
@@ -279,7 +280,12 @@ int Policy::Verify(Ferrowall& screen, std::ostream& out, Registry& registry) {
   return errors;
 }
 
-void Policy::SetHARules(Entity&) {}
+void Policy::SetHARules(Entity& address) {
+  for (TList_Cell<Entity>* cell = rules_.Items().Head(); cell != nullptr; cell = cell->Next()) {
+    Rule& rule = *static_cast<Rule*>(cell->Data());
+    if (strcmp(rule.Destination().Name(), address.Name()) == 0) rule.SetHAFlag();
+  }
+}
 
 TList<Entity>* Policy::GenerateAdminRules(Ferrowall&, Registry&) { return new TList<Entity>; }
 

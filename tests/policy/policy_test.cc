@@ -106,3 +106,23 @@ TEST(PolicyVerifyTest, EmptyPolicyVerifies) {
 }
 
 }  // namespace
+
+#include "model/address.h"
+#include "policy/rule.h"
+
+namespace {
+
+TEST(PolicyHATest, RulesTowardsTheHAAddressGetTheFlag) {
+  Policy policy(new FWFile(nullptr, nullptr));
+  for (const char* destination : {"pair", "other", "pair"})
+    policy.Rules(*new Rule("svc", "src", destination, nullptr, nullptr, nullptr, nullptr, ACTION_ALLOW, LOG_NONE,
+                           SNMP_NONE, ICMP_NONE, 0, nullptr, nullptr, nullptr, nullptr));
+  Address ha_address("pair", nullptr, nullptr, ADDRESS_SINGLE);
+  policy.SetHARules(ha_address);
+  std::string flags;
+  for (TList_Cell<Entity>* cell = policy.Rules().Items().Head(); cell != nullptr; cell = cell->Next())
+    flags += std::to_string(static_cast<Rule*>(cell->Data())->HAValue());
+  EXPECT_EQ(flags, "101");
+}
+
+}  // namespace
