@@ -94,21 +94,20 @@ int Nat::ReportSizes(std::ostream& out) const {
 }
 
 int Nat::ReportOverlap(std::ostream& out) const {
-  int faults = 0;
-  const Address& original_source = Value(NAT_ORIGINAL_SOURCE);
-  if (original_source.Intersects(Value(NAT_TRANSLATED_SOURCE)) &&
-      !Untranslated(NAT_ORIGINAL_SOURCE, NAT_TRANSLATED_SOURCE)) {
-    PrintEntry(out << fwi18n_text(46, 5, "Error: Original and Tranlated Source Addresses Intersect."));
-    ++faults;
-  }
-  const Address& original_destination = Value(NAT_ORIGINAL_DESTINATION);
-  if (original_destination.Intersects(Value(NAT_TRANSLATED_DESTINATION)) &&
-      !Untranslated(NAT_ORIGINAL_DESTINATION, NAT_TRANSLATED_DESTINATION)) {
-    PrintEntry(out << fwi18n_text(46, 6,
-                                  "Error: Original and Tranlated Destination Addresses Intersect."));
-    ++faults;
-  }
-  return faults;
+  return ReportOverlap(NAT_ORIGINAL_SOURCE, NAT_TRANSLATED_SOURCE,
+                       fwi18n_text(46, 5, "Error: Original and Tranlated Source Addresses Intersect."),
+                       out) +
+         ReportOverlap(NAT_ORIGINAL_DESTINATION, NAT_TRANSLATED_DESTINATION,
+                       fwi18n_text(46, 6,
+                                   "Error: Original and Tranlated Destination Addresses Intersect."),
+                       out);
+}
+
+int Nat::ReportOverlap(Nat_Address original, Nat_Address translated, const char* message,
+                       std::ostream& out) const {
+  if (!Value(original).Intersects(Value(translated)) || Untranslated(original, translated)) return 0;
+  PrintEntry(out << message);
+  return 1;
 }
 
 // An entry translates one side and leaves the other as it is.
@@ -116,7 +115,8 @@ int Nat::ReportBothSides(std::ostream& out) const {
   if (Untranslated(NAT_ORIGINAL_SOURCE, NAT_TRANSLATED_SOURCE) ||
       Untranslated(NAT_ORIGINAL_DESTINATION, NAT_TRANSLATED_DESTINATION))
     return 0;
-  PrintEntry(out << fwi18n_text(46, 7, "Error:  Cannot translate both source and destination addresses."));
+  PrintEntry(out << fwi18n_text(
+                 46, 7, "Error:  Cannot translate both source and destination addresses."));
   return 1;
 }
 

@@ -67,6 +67,9 @@ class Nat : public Entity {
   int ReportEmpty(std::ostream& out) const;
   int ReportSizes(std::ostream& out) const;
   int ReportOverlap(std::ostream& out) const;
+  // One side: its original and translation meet without being the same.
+  int ReportOverlap(Nat_Address original, Nat_Address translated, const char* message,
+                    std::ostream& out) const;
   int ReportBothSides(std::ostream& out) const;
   // A line end, a tab and the listing line.
   std::ostream& PrintEntry(std::ostream& out) const;

@@ -38,8 +38,12 @@ User* user_of(const char* name) { return name != nullptr ? new User(name, nullpt
 
 User* user_copy(const User* user) { return user != nullptr ? user_of(user->Name()) : nullptr; }
 
+bool same_text(const char* a, const char* b) {
+  return a != nullptr && b != nullptr && strcmp(a, b) == 0;
+}
+
 bool named(const Entity* entity, const char* name) {
-  return entity != nullptr && name != nullptr && strcmp(entity->Name(), name) == 0;
+  return entity != nullptr && same_text(entity->Name(), name);
 }
 
 void rename(Entity* entity, const char* old_name, const char* new_name) {
@@ -241,7 +245,8 @@ TList<Entity>* Rule::SplitRuleByFilterParams(TList<Entity>& services) const {
   for (TList_Cell<FilterParams>* cell = sets.Head(); cell != nullptr; cell = cell->Next()) {
     const FilterParams& set = *cell->Data();
     std::string name = std::string(svc_resolved_->Name()) + "." + set.stateEngine()->Name();
-    Service* part = new Service(name.c_str(), svc_resolved_->Screen(), svc_resolved_->Description());
+    Service* part =
+        new Service(name.c_str(), svc_resolved_->Screen(), svc_resolved_->Description());
     part->Include(set, 0);
     services.Append(*part);
     Rule* copy = new Rule(*this);
@@ -342,7 +347,7 @@ int Rule::Refer(Config_Objects kind, const char* name, int print) const {
     case CO_USER: hit = named(use_, name); break;
     case CO_TIME: hit = named(input_time_, name); break;
     case CO_VPN: hit = named(input_vpn_, name); break;
-    case CO_SCREEN: hit = Screen() != nullptr && name != nullptr && strcmp(Screen(), name) == 0; break;
+    case CO_SCREEN: hit = same_text(Screen(), name); break;
     default: break;
   }
   if (!hit) return 0;
