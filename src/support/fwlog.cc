@@ -155,7 +155,8 @@ size_t build_packet(unsigned char* packet, const std::string& text, bool auth, i
   put<uint16_t>(packet, kOffLength, static_cast<uint16_t>(length + kHeaderSize + 1));
   packet[kOffSev] = auth ? 3 : 4;
   packet[kOffPrio] = static_cast<uint8_t>(severity & fwlog_severity);
-  strncpy(reinterpret_cast<char*>(packet + kOffAppname), app, kAppnameSize);
+  // The field is fixed-width: a name that fills it has no terminating NUL.
+  memcpy(packet + kOffAppname, app, strnlen(app, kAppnameSize));
   memcpy(packet + kHeaderSize, text.data(), length);
   packet[kHeaderSize + length] = '\0';
   return length + kHeaderSize + 1;
