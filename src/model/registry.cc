@@ -17,12 +17,6 @@
 #include "services/filter.h"
 #include "services/service.h"
 
-namespace {
-
-Address* NewKnownAddress(const char* name) { return new Address(name, nullptr, nullptr, ADDRESS_SINGLE); }
-
-}  // namespace
-
 Registry::Registry()
     : Entity("The Registry", nullptr, nullptr, 0),
       addresses_(new TList<Entity>),
@@ -154,6 +148,8 @@ TList<Entity>& Registry::InterfaceList(int type) const {
 }
 
 Registry::~Registry() {
+  DropReverseInterface(*admin_interfaces_, &reverse_admin_);
+  DropReverseInterface(*gwy_interfaces_, &reverse_gwy_);
   for (TList<Entity>* list : {addresses_, screens_, services_, state_engines_, state_engine_internals_, services_compile_, admin_interfaces_, disabled_interfaces_, gwy_interfaces_, clk_interfaces_, certificates_, keys_, algorithm_key_v1_, algorithm_data_v1_, algorithm_mac_v1_, algorithm_comp_v1_, algorithm_key_v2_, algorithm_data_v2_, algorithm_mac_v2_, algorithm_comp_v2_, algorithms_, users_, times_}) {
     list->Delete_Data();
     delete list;
@@ -162,6 +158,10 @@ Registry::~Registry() {
     delete known;
   for (TList_Cell<char>* cell = alien_data_->Head(); cell != nullptr; cell = cell->Next()) free(cell->Data());
   delete alien_data_;
+}
+
+Address* Registry::NewKnownAddress(const char* name) {
+  return new Address(name, nullptr, nullptr, ADDRESS_SINGLE);
 }
 
 void Registry::AddAlienData(const char* text) { alien_data_->Append(*strdup(text)); }
@@ -414,9 +414,12 @@ void Registry::RemoveOtherScreenData(const Ferrowall& screen, TList<Entity>& lis
 }
 
 void Registry::CleanUp() {
-  for (TList<Entity>* list : {clk_interfaces_, addresses_, times_})
+  for (TList<Entity>* list : {admin_interfaces_, gwy_interfaces_, clk_interfaces_, addresses_, times_})
     for (TList_Cell<Entity>* cell = list->Head(); cell != nullptr; cell = cell->Next()) cell->Data()->CleanUp();
+  DropReverseInterface(*admin_interfaces_, &reverse_admin_);
+  DropReverseInterface(*gwy_interfaces_, &reverse_gwy_);
   Address::ResetUniqueId();
+  Interface::ResetUniqueId();
   Time::ResetUniqueId();
 }
 
@@ -470,8 +473,6 @@ void Registry::mIKEy_del(Entity& certificate) {
     }
   }
 }
-
-int Registry::Verify(Ferrowall*, std::ostream&) { return 0; }
 
 void Registry::AddAdminRules(TList<Entity>&) {}
 

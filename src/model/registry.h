@@ -144,6 +144,13 @@ class Registry : public Entity {
   void CleanUp() override;
 
   // Compile stages, in the order the compile runs them.
+  //
+  // Verify keeps the objects of `screen` and the general ones (the data of
+  // other screens is gone for good), links every name, flattens the groups,
+  // reads the interface addresses from the host, makes the reverse
+  // interfaces and the known-address sets, and checks the whole.  Problems
+  // go to `out`, a few host and screen checks to the standard error stream;
+  // returns the number of errors, warnings not counted.
   int Verify(Ferrowall* screen, std::ostream& out);
   // The protected address of the last high-availability interface among the
   // routing interfaces; null when there is none.
@@ -162,6 +169,8 @@ class Registry : public Entity {
 
  private:
   void AddBuiltInObjects();
+  // An empty set of the known-address kind.
+  static Address* NewKnownAddress(const char* name);
   void AddStarService();
   void CreateInterface(Interface& interface);
   // The interface lists in the order the editing operations walk them, and
@@ -174,6 +183,40 @@ class Registry : public Entity {
   std::vector<TList<Entity>*> ReferringLists(Config_Objects kind) const;
   // Whether a listing skips this built-in object.
   static bool BuiltIn(Config_Objects kind, const Entity& entity);
+
+  // The steps of Verify, in the order it takes them; those with a result
+  // return their number of errors.
+  void SelectScreenData(const Ferrowall& screen);
+  void CopyServicesForCompile();
+  int SetUpInterfaces(Ferrowall& screen);
+  // Stops at the first interface the host doesn't have.
+  int SetInterfacesAddress(TList<Entity>& list, Ferrowall& screen);
+  // Localhost becomes the interface addresses of every interface.
+  void SetLocalhost();
+  // Gives each algorithm its number; a name without one is an error.
+  int ResolveExternals(std::ostream& out);
+  int ResolveReferences(std::ostream& out);
+  int ResolveScreens(std::ostream& out);
+  int ReduceServices(std::ostream& out);
+  int DetectCycles(std::ostream& out) const;
+  // Reduces the certificate groups and checks the screens' certificates.
+  int ResolveMoreReferences(std::ostream& out);
+  // The ADMIN_IP of every screen whose master is `screen`.
+  int CheckSecondaryScreens(const Ferrowall& screen) const;
+  void MakeReverseInterfaces();
+  // Takes `*reverse` out of `list`, where it stands there, deletes it and
+  // clears the pointer.
+  static void DropReverseInterface(TList<Entity>& list, Interface** reverse);
+  // Appends to a non-empty `list` the interface that stands for the screen
+  // itself, and takes the screen's addresses out of the others.
+  void GenerateReverseInterface(TList<Entity>& list, Interface** reverse);
+  // Protected addresses of one family may meet only inside both overlaps.
+  int InterfacesIntersect(TList<Entity>& list, std::ostream& out) const;
+  void WarnAboutStealthInterfaces(const Ferrowall& screen, std::ostream& out) const;
+  int CheckInterfaceLimits(std::ostream& out) const;
+  // The addresses behind each family, and the rest of the space.
+  void GenerateKnownAddresses();
+  void WarnAboutUnknownStealthAddresses(std::ostream& out) const;
 
   TList<Entity>* addresses_;
   TList<Entity>* screens_;

@@ -2,21 +2,23 @@
 // compile: it parses, finds its screen and passes the stages that exist.
 #include <gtest/gtest.h>
 
+#include <string>
+
 #include "common/compiler_run.h"
+#include "common/star_service_engines.h"
 
 namespace {
 
 const char kEstate[] =
-    "tcp_engine STATE_ENGINE ;\n"
-    "tcp STATE_ENGINE tcp_engine port FORWARD 1 1 0xffff 0 ;\n"
     "www SERVICE tcp 80 tcp 443 ;\n"
-    "mail SERVICE tcp 25 SCREEN branch ;\n"
+    "mail SERVICE tcp 25 ;\n"
+    "mail SERVICE tcp 2525 SCREEN branch ;\n"
     "both SERVICE_GROUP www mail ;\n"
     "inside ADDRESS 192.168.1.0/24 ;\n"
     "outside ADDRESS ! inside ;\n"
     "office TIME MONDAY 8 0 17 0 ;\n"
     "gate SCREEN ADMIN_IP 192.168.1.1 DNS LOGSIZE 100 ;\n"
-    "branch SCREEN ADMIN_IP inside MASTER gate ;\n"
+    "branch SCREEN ADMIN_IP 192.168.1.2 MASTER gate ;\n"
     "le0 INTERFACE ADMIN inside SCREEN gate ;\n"
     "le1 INTERFACE GWY outside COMPLETE SCREEN gate ;\n"
     "qfe0 INTERFACE ADMIN inside SCREEN branch ;\n"
@@ -24,7 +26,7 @@ const char kEstate[] =
 
 TEST(RegistryCompileTest, SeveralScreensParseAndCompileAsFarAsTheStagesGo) {
   CompilerRun run;
-  run.Write("estate.conf", kEstate);
+  run.Write("estate.conf", std::string(kStarServiceEngines) + kEstate);
   run.Write("gate.host", "interface le0 192.168.1.1/24\ninterface le1 10.0.0.1/8\n");
   EXPECT_EQ(run.Run("-s gate -f estate.conf", "/dev/null", "FERROWALL_HOST=" + run.Path("gate.host")), 0);
   EXPECT_EQ(run.Err(), "");
