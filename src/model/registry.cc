@@ -471,7 +471,14 @@ void Registry::mIKEy_del(Entity& certificate) {
   }
 }
 
-int Registry::Verify(Ferrowall*, std::ostream&) { return 0; }
+// Of the verification, only the compile copies of the services are made so
+// far: the rules the compile generates look their services up among them.
+int Registry::Verify(Ferrowall*, std::ostream&) {
+  services_compile_->Delete_Data();
+  for (TList_Cell<Entity>* cell = services_->Head(); cell != nullptr; cell = cell->Next())
+    services_compile_->Append(*new Service(*static_cast<Service*>(cell->Data())));
+  return 0;
+}
 
 void Registry::AddAdminRules(TList<Entity>&) {}
 

@@ -10,6 +10,9 @@ const char kEstate[] =
     "tcp_engine STATE_ENGINE ;\n"
     "tcp STATE_ENGINE tcp_engine port FORWARD 1 1 0xffff 0 ;\n"
     "www SERVICE tcp 80 tcp 443 ;\n"
+    "\"remote administration\" SERVICE tcp 22 ;\n"
+    "skip SERVICE tcp 1640 ;\n"
+    "dns SERVICE tcp 53 ;\n"
     "mail SERVICE tcp 25 SCREEN branch ;\n"
     "both SERVICE_GROUP www mail ;\n"
     "inside ADDRESS 192.168.1.0/24 ;\n"
@@ -39,7 +42,7 @@ namespace {
 class LoadFileTest : public testing::Test {
  protected:
   void SetUp() override {
-    run.Write("out/registry.2", "gate SCREEN ;\n");
+    run.Write("out/registry.2", "\"remote administration\" SERVICE ;\nskip SERVICE ;\ngate SCREEN ;\n");
     run.Write("gate.host", "");
   }
   int Compile(const std::string& policy) {
