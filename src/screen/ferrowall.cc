@@ -435,8 +435,8 @@ bool Administers(const Ferrowall& administrator, const Ferrowall& screen) {
 void ReportScreenToScreen(const Ferrowall& administrator, const Ferrowall& screen) {
   std::cerr << fwi18n_text(kSet, 9, "Error: Screen") << " \"" << administrator.Name() << "\" "
             << fwi18n_text(kSet, 10, "administers screen") << " \"" << screen.Name() << "\""
-            << fwi18n_text(kSet, 11,
-                           ": this configuration needs screen-to-screen rules, which this compiler cannot generate yet.")
+            << fwi18n_text(kSet, 11, ": this configuration needs screen-to-screen rules, "
+                                     "which this compiler cannot generate yet.")
             << std::endl;
 }
 
@@ -459,8 +459,8 @@ const OwnTraffic kOwnTraffic[] = {
 
 }  // namespace
 
-// The built-in screen "*" is always listed, so any defined screen besides
-// it means that screens may administer each other.
+// The built-in screen "*" is always listed, so the compile of any defined
+// screen comes this way and needs the service of remote administration.
 bool Ferrowall::ScreenToScreenPossible(const Registry& registry) {
   TList_Cell<Entity>* first = registry.Screens().Head();
   return first != nullptr && first->Next() != nullptr;

@@ -93,13 +93,13 @@ class Ferrowall : public Entity {
   // A new address "HA_HOSTS": this screen's HA address and that of every
   // screen of `screens` whose master is this screen.  The caller owns it.
   Address* ComputeHA(const TList<Entity>& screens) const;
-  // The screen's own administrative rules, in the order they must be
-  // enforced: SNMP traps, key management, certificate discovery, routing,
-  // name service, NIS, as the settings ask.  Null, with the message on the
-  // standard error stream, when a service they need isn't in the registry
-  // or when screens of the registry administer each other, which this
-  // compiler can't make rules for yet.  The caller owns the list and its
-  // rules.
+  // The screen's own administrative rules, in this order and as the
+  // settings ask: SNMP traps, key management, certificate discovery,
+  // routing, name service, NIS.  Null, with the message on the standard
+  // error stream, when a service they need isn't in the registry, or when
+  // this screen administers another screen or is administered by one, which
+  // needs rules this compiler can't make yet.  The caller owns the list and
+  // its rules.
   TList<Entity>* GenerateAdminRules(Registry& registry);
 
   Address* AdminIP() const { return admin_ip_resolved_; }
