@@ -287,7 +287,34 @@ void Policy::SetHARules(Entity& address) {
   }
 }
 
-TList<Entity>* Policy::GenerateAdminRules(Ferrowall&, Registry&) { return new TList<Entity>; }
+// The remote access entries are checked here for what all of them need:
+// the service and a certificate the screen is administered with.  The rules
+// of the entries themselves join with the access entry classes.
+TList<Entity>* Policy::GenerateAdminRules(Ferrowall& screen, Registry& registry) {
+  TList<Entity>* rules = new TList<Entity>;
+  if (acls_remote_.Items().Empty()) return rules;
+  Entity service("remote administration", nullptr, nullptr, 0);
+  if (service.FindSelf(registry.ServicesCompile(), 0) == nullptr) {
+    std::cerr << fwi18n_text(kPolicySet, 2, "Error: Service not defined.") << " (\"" << service.Name() << "\")"
+              << std::endl;
+    delete rules;
+    return nullptr;
+  }
+  // An HA secondary is administered as its primary is, so a certificate it
+  // lacks is its master's.
+  const Ferrowall* master = screen.HA_Secondary() ? screen.MasterResolved() : nullptr;
+  Entity* ike = screen.AdminCertificateIKE();
+  Entity* skip = screen.AdminCertificateSkip();
+  if (ike == nullptr && master != nullptr) ike = master->AdminCertificateIKE();
+  if (skip == nullptr && master != nullptr) skip = master->AdminCertificateSkip();
+  if (ike == nullptr && skip == nullptr) {
+    std::cerr << fwi18n_text(kPolicySet, 3, "Error: Ferrowall object has no Administrative Certificate") << " ("
+              << screen.Name() << ")" << std::endl;
+    delete rules;
+    return nullptr;
+  }
+  return rules;
+}
 
 int Policy::GenerateOutput(Registry&) { return 0; }
 

@@ -10,11 +10,12 @@
 #include "crypto/ipsec_ike_ah_params.h"
 #include "crypto/ipsec_ike_esp_params.h"
 #include "model/address.h"
+#include "model/address_list.h"
 #include "model/registry.h"
+#include "policy/rule.h"
 #include "screen/interface.h"
+#include "services/service.h"
 #include "support/fwi18n.h"
-
-#include "crypto/certificate.h"
 
 namespace {
 
@@ -395,4 +396,122 @@ std::ostream& Ferrowall::Enumerate(std::ostream& out, Enumerate_Type type) const
   return out << '\n';
 }
 
-TList<Entity>* Ferrowall::GenerateAdminRules(Registry&) { return new TList<Entity>; }
+namespace {
+
+// The compile copy of a service that the screen's own traffic needs; null,
+// with the message on the standard error stream, when the registry lacks it.
+Service* RequiredService(const Registry& registry, const char* name) {
+  Entity wanted(name, nullptr, nullptr, 0);
+  Entity* found = wanted.FindSelf(registry.ServicesCompile(), 0);
+  if (found == nullptr)
+    std::cerr << fwi18n_text(kSet, 8, "Error: Service not defined") << " (" << name << ")" << std::endl;
+  return static_cast<Service*>(found);
+}
+
+void AppendAllowRule(TList<Entity>& rules, Service& service, const Address& source, const Address& destination,
+                     int ha) {
+  rules.Append(*new Rule(service, source, destination, nullptr, nullptr, nullptr, nullptr, ACTION_ALLOW, LOG_NONE,
+                         SNMP_NONE, ICMP_NONE, ha, nullptr, nullptr, nullptr, nullptr));
+}
+
+// Frees the rules made so far; always null, the answer of a failed
+// generation.
+TList<Entity>* Discard(TList<Entity>* rules) {
+  rules->Delete_Data();
+  delete rules;
+  return nullptr;
+}
+
+// Whether `administrator` administers `screen`.  An HA secondary is
+// administered through its primary, never on its own.
+bool Administers(const Ferrowall& administrator, const Ferrowall& screen) {
+  return !screen.HA_Secondary() && screen.MasterResolved() != nullptr &&
+         strcmp(screen.MasterResolved()->Name(), administrator.Name()) == 0;
+}
+
+// A rule between two screens must encrypt, and the encryption parameter
+// classes are not part of the build yet; refusing the configuration is
+// better than compiling a screen its administrator can't reach.
+void ReportScreenToScreen(const Ferrowall& administrator, const Ferrowall& screen) {
+  std::cerr << fwi18n_text(kSet, 9, "Error: Screen") << " \"" << administrator.Name() << "\" "
+            << fwi18n_text(kSet, 10, "administers screen") << " \"" << screen.Name() << "\""
+            << fwi18n_text(kSet, 11, ": this configuration needs screen-to-screen rules, "
+                                     "which this compiler cannot generate yet.")
+            << std::endl;
+}
+
+// Traffic of the screen's own that a setting asks for: out from the screen
+// to anywhere and, where the peer starts exchanges too, back in.
+struct OwnTraffic {
+  int (Ferrowall::*wanted)() const;  // null: always
+  const char* service;
+  bool inbound;
+  int ha;  // HAValue of the rules
+};
+
+const OwnTraffic kOwnTraffic[] = {
+    {nullptr, "skip", false, 0},
+    {&Ferrowall::CertificateDiscovery, "certificate discovery", true, 0},
+    {&Ferrowall::Routing, "rip", true, 1},
+    {&Ferrowall::DNS, "dns", false, 0},
+    {&Ferrowall::NIS, "nis", false, 0},
+};
+
+}  // namespace
+
+// The built-in screen "*" is always listed, so the compile of any defined
+// screen comes this way and needs the service of remote administration.
+bool Ferrowall::ScreenToScreenPossible(const Registry& registry) {
+  TList_Cell<Entity>* first = registry.Screens().Head();
+  return first != nullptr && first->Next() != nullptr;
+}
+
+int Ferrowall::CheckScreenToScreen(const Registry& registry) const {
+  if (RequiredService(registry, "remote administration") == nullptr) return 1;
+  for (TList_Cell<Entity>* cell = registry.Screens().Head(); cell != nullptr; cell = cell->Next()) {
+    const Ferrowall& other = *static_cast<Ferrowall*>(cell->Data());
+    if (Administers(other, *this)) {
+      ReportScreenToScreen(other, *this);
+      return 1;
+    }
+    if (Administers(*this, other)) {
+      ReportScreenToScreen(*this, other);
+      return 1;
+    }
+  }
+  return 0;
+}
+
+Address* Ferrowall::NewSNMPRecipients() const {
+  Address* recipients = new Address("SNMP_Recipients", nullptr, nullptr, ADDRESS_SINGLE);
+  for (TList_Cell<unsigned>* cell = snmp_recipients_->Head(); cell != nullptr; cell = cell->Next())
+    recipients->Include(Range(*cell->Data(), *cell->Data(), RT_ADDRESS, RS_ADDRESSES));
+  return recipients;
+}
+
+int Ferrowall::AppendSNMPRule(TList<Entity>& rules, const Registry& registry) const {
+  if (snmp_recipients_ == nullptr || snmp_recipients_->Empty()) return 0;
+  Address* recipients = NewSNMPRecipients();
+  Service* traps = RequiredService(registry, "snmp traps");
+  if (traps != nullptr) AppendAllowRule(rules, *traps, *registry.Localhost(), *recipients, 0);
+  delete recipients;
+  return traps == nullptr;
+}
+
+int Ferrowall::AppendOwnTrafficRules(TList<Entity>& rules, const Registry& registry) const {
+  for (const OwnTraffic& traffic : kOwnTraffic) {
+    if (traffic.wanted != nullptr && !(this->*traffic.wanted)()) continue;
+    Service* service = RequiredService(registry, traffic.service);
+    if (service == nullptr) return 1;
+    AppendAllowRule(rules, *service, *registry.Localhost(), *registry.Star(), traffic.ha);
+    if (traffic.inbound) AppendAllowRule(rules, *service, *registry.Star(), *registry.Localhost(), traffic.ha);
+  }
+  return 0;
+}
+
+TList<Entity>* Ferrowall::GenerateAdminRules(Registry& registry) {
+  TList<Entity>* rules = new TList<Entity>;
+  if (ScreenToScreenPossible(registry) && CheckScreenToScreen(registry) != 0) return Discard(rules);
+  if (AppendSNMPRule(*rules, registry) != 0 || AppendOwnTrafficRules(*rules, registry) != 0) return Discard(rules);
+  return rules;
+}

@@ -93,7 +93,13 @@ class Ferrowall : public Entity {
   // A new address "HA_HOSTS": this screen's HA address and that of every
   // screen of `screens` whose master is this screen.  The caller owns it.
   Address* ComputeHA(const TList<Entity>& screens) const;
-  // The screen's own administrative rules, or null when they can't be made.
+  // The screen's own administrative rules, in this order and as the
+  // settings ask: SNMP traps, key management, certificate discovery,
+  // routing, name service, NIS.  Null, with the message on the standard
+  // error stream, when a service they need isn't in the registry, or when
+  // this screen administers another screen or is administered by one, which
+  // needs rules this compiler can't make yet.  The caller owns the list and
+  // its rules.
   TList<Entity>* GenerateAdminRules(Registry& registry);
 
   Address* AdminIP() const { return admin_ip_resolved_; }
@@ -138,6 +144,15 @@ class Ferrowall : public Entity {
   std::ostream& EnumerateIKE(std::ostream& out) const;
   std::ostream& PrintStealthNetwork(std::ostream& out, bool listing) const;
   bool HasIKE() const;
+
+  // Steps of GenerateAdminRules; each non-zero answer has been reported.
+  static bool ScreenToScreenPossible(const Registry& registry);
+  int CheckScreenToScreen(const Registry& registry) const;
+  // An address "SNMP_Recipients" holding every trap receiver; the caller
+  // owns it.
+  Address* NewSNMPRecipients() const;
+  int AppendSNMPRule(TList<Entity>& rules, const Registry& registry) const;
+  int AppendOwnTrafficRules(TList<Entity>& rules, const Registry& registry) const;
 
   // The HA interfaces among the routing interfaces.
   static int CountHAInterfaces(const Registry& registry);

@@ -11,6 +11,9 @@ namespace {
 
 const char kEstate[] =
     "www SERVICE tcp 80 tcp 443 ;\n"
+    "\"remote administration\" SERVICE tcp 22 ;\n"
+    "skip SERVICE tcp 1640 ;\n"
+    "dns SERVICE tcp 53 ;\n"
     "mail SERVICE tcp 25 ;\n"
     "mail SERVICE tcp 2525 SCREEN branch ;\n"
     "both SERVICE_GROUP www mail ;\n"
@@ -41,7 +44,8 @@ namespace {
 class LoadFileTest : public testing::Test {
  protected:
   void SetUp() override {
-    run.Write("out/registry.2", std::string(kStarServiceEngines) + "gate SCREEN ;\n");
+    run.Write("out/registry.2",
+              std::string(kStarServiceEngines) + "\"remote administration\" SERVICE ;\nskip SERVICE ;\ngate SCREEN ;\n");
     run.Write("gate.host", "");
   }
   int Compile(const std::string& policy) {

@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
 
 #include "model/address.h"
 #include "model/time.h"
 #include "screen/ferrowall.h"
+#include "services/service.h"
 
 namespace {
 
@@ -220,6 +222,17 @@ TEST(RegistryListingTest, SearchAndEnumerateSkipBuiltInsAndSortNames) {
   EXPECT_NE(found.find("\"alpha\""), std::string::npos);
   EXPECT_EQ(found.find("zeta"), std::string::npos);
   EXPECT_EQ(found.find("other"), std::string::npos);
+}
+
+TEST(RegistryVerifyTest, CompileCopiesOfTheServicesAreMadeAnew) {
+  Registry registry;
+  registry.Services(*new Service("www", nullptr, nullptr));
+  registry.ServicesCompile(*new Service("stale", nullptr, nullptr));
+  Ferrowall screen("gate");
+  std::ostringstream out;
+  EXPECT_EQ(registry.Verify(&screen, out), 0);
+  EXPECT_EQ(Names(registry.ServicesCompile()), "* www ");
+  EXPECT_NE(registry.ServicesCompile().Tail()->Data(), registry.Services().Tail()->Data());
 }
 
 }  // namespace

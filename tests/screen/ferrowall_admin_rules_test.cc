@@ -1,0 +1,245 @@
+// The rules a screen makes for its own traffic and administration.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "model/address.h"
+#include "model/registry.h"
+#include "policy/rule.h"
+#include "screen/ferrowall.h"
+#include "services/service.h"
+
+namespace {
+
+const char* const kEveryService[] = {"remote administration", "snmp traps", "skip", "certificate discovery",
+                                     "rip", "dns", "nis"};
+
+uint32_t ip(const char* text) {
+  uint32_t value = 0;
+  EXPECT_EQ(parse_ipv4addr(text, &value), 0) << text;
+  return value;
+}
+
+// "service source>destination", with " HA" for a rule of the cluster.
+std::string Describe(const Rule& rule) {
+  std::string text = std::string(rule.InputService().Name()) + ' ' + rule.Source().Name() + '>' +
+                     rule.Destination().Name();
+  return rule.HAValue() ? text + " HA" : text;
+}
+
+// Owns a generated list and its rules.
+struct RuleList {
+  explicit RuleList(TList<Entity>* list) : rules(list) {}
+  ~RuleList() {
+    if (rules == nullptr) return;
+    rules->Delete_Data();
+    delete rules;
+  }
+  const Rule& At(int index) const {
+    TList_Cell<Entity>* cell = rules->Head();
+    while (index-- > 0) cell = cell->Next();
+    return *static_cast<Rule*>(cell->Data());
+  }
+  std::vector<std::string> Described() const {
+    std::vector<std::string> texts;
+    for (TList_Cell<Entity>* cell = rules->Head(); cell != nullptr; cell = cell->Next())
+      texts.push_back(Describe(*static_cast<Rule*>(cell->Data())));
+    return texts;
+  }
+  TList<Entity>* rules;
+};
+
+class AdminRulesTest : public testing::Test {
+ protected:
+  void AddServices(const std::vector<std::string>& skipped = {}) {
+    for (const char* name : kEveryService)
+      if (std::find(skipped.begin(), skipped.end(), name) == skipped.end())
+        registry.ServicesCompile(*new Service(name, nullptr, nullptr));
+  }
+
+  Service* CompiledService(const char* name) const {
+    Entity wanted(name, nullptr, nullptr, 0);
+    return static_cast<Service*>(wanted.FindSelf(registry.ServicesCompile(), 0));
+  }
+
+  Ferrowall& AddScreen(const char* name, const FerrowallSettings& settings = FerrowallSettings()) {
+    Ferrowall* screen = new Ferrowall(name, settings);
+    registry.Screens(*screen);
+    return *screen;
+  }
+
+  // A screen that asks for every kind of traffic of its own.
+  Ferrowall& AddBusyScreen(const char* name) {
+    FerrowallSettings settings;
+    settings.snmp_recipients = new TList<unsigned>;
+    for (const char* receiver : {"10.0.0.9", "10.0.0.5", "10.0.0.6"})
+      settings.snmp_recipients->Append(*new unsigned(ip(receiver)));
+    settings.certificate_discovery = settings.routing = settings.dns = settings.nis = 1;
+    return AddScreen(name, settings);
+  }
+
+  Ferrowall& AddManagedScreen(const char* name, const char* master, int ha_secondary) {
+    FerrowallSettings settings;
+    settings.master = master;
+    settings.ha_secondary = ha_secondary;
+    return AddScreen(name, settings);
+  }
+
+  void ResolveMasters() {
+    std::ostringstream errors;
+    for (TList_Cell<Entity>* cell = registry.Screens().Head(); cell != nullptr; cell = cell->Next())
+      cell->Data()->Resolve(CO_SCREEN, registry.Screens(), errors);
+    EXPECT_EQ(errors.str(), "");
+  }
+
+  // Generates for `screen` and keeps what it wrote on the standard error.
+  std::unique_ptr<RuleList> Generate(Ferrowall& screen) {
+    testing::internal::CaptureStderr();
+    std::unique_ptr<RuleList> rules(new RuleList(screen.GenerateAdminRules(registry)));
+    messages = testing::internal::GetCapturedStderr();
+    return rules;
+  }
+
+  Registry registry;
+  std::string messages;
+};
+
+TEST_F(AdminRulesTest, EverySettingGivesItsRulesInOrder) {
+  AddServices();
+  Ferrowall& screen = AddBusyScreen("gate");
+  std::unique_ptr<RuleList> rules = Generate(screen);
+  ASSERT_NE(rules->rules, nullptr);
+  EXPECT_EQ(messages, "");
+  EXPECT_EQ(rules->Described(),
+            (std::vector<std::string>{"snmp traps localhost>SNMP_Recipients", "skip localhost>*",
+                                      "certificate discovery localhost>*", "certificate discovery *>localhost",
+                                      "rip localhost>* HA", "rip *>localhost HA", "dns localhost>*",
+                                      "nis localhost>*"}));
+  for (int index = 0; index < rules->rules->Length(); ++index) {
+    const Rule& rule = rules->At(index);
+    EXPECT_EQ(rule.SvcResolved(), CompiledService(rule.InputService().Name()));
+    EXPECT_EQ(rule.Action(), ACTION_ALLOW);
+    EXPECT_EQ(rule.Log(), LOG_NONE);
+    EXPECT_EQ(rule.SNMPValue(), SNMP_NONE);
+    EXPECT_EQ(rule.ICMPValue(), ICMP_NONE);
+    EXPECT_EQ(rule.Origin(), &rule);
+    EXPECT_EQ(rule.Screen(), nullptr);
+    EXPECT_EQ(rule.Description(), nullptr);
+  }
+}
+
+TEST_F(AdminRulesTest, TrapRecipientsHoldEveryReceiver) {
+  AddServices();
+  std::unique_ptr<RuleList> rules = Generate(AddBusyScreen("gate"));
+  ASSERT_NE(rules->rules, nullptr);
+  const Address& recipients = rules->At(0).Destination();
+  EXPECT_EQ(recipients.Type(), ADDRESS_SINGLE);
+  TList<Range>* ranges = recipients.CreateOrderedRangeList();
+  ASSERT_EQ(ranges->Length(), 2);
+  EXPECT_EQ(ranges->Head()->Data()->Start(), ip("10.0.0.5"));
+  EXPECT_EQ(ranges->Head()->Data()->End(), ip("10.0.0.6"));
+  EXPECT_EQ(ranges->Tail()->Data()->Start(), ip("10.0.0.9"));
+  EXPECT_EQ(ranges->Tail()->Data()->End(), ip("10.0.0.9"));
+  delete ranges;
+}
+
+TEST_F(AdminRulesTest, PlainScreenNeedsOnlyKeyManagement) {
+  AddServices({"snmp traps", "certificate discovery", "rip", "dns", "nis"});
+  FerrowallSettings settings;
+  settings.snmp_recipients = new TList<unsigned>;
+  std::unique_ptr<RuleList> rules = Generate(AddScreen("gate", settings));
+  ASSERT_NE(rules->rules, nullptr);
+  EXPECT_EQ(messages, "");
+  EXPECT_EQ(rules->Described(), std::vector<std::string>{"skip localhost>*"});
+}
+
+TEST_F(AdminRulesTest, RegistryWithoutSkipFailsEveryScreen) {
+  AddServices({"skip"});
+  std::unique_ptr<RuleList> rules = Generate(AddScreen("gate"));
+  EXPECT_EQ(rules->rules, nullptr);
+  EXPECT_EQ(messages, "Error: Service not defined (skip)\n");
+}
+
+// Rules made before the missing service are freed with the list.
+TEST_F(AdminRulesTest, EachMissingServiceIsNamed) {
+  Ferrowall& screen = AddBusyScreen("gate");
+  for (const char* missing : kEveryService) {
+    registry.ServicesCompile().Delete_Data();
+    AddServices({missing});
+    std::unique_ptr<RuleList> rules = Generate(screen);
+    EXPECT_EQ(rules->rules, nullptr) << missing;
+    EXPECT_EQ(messages, std::string("Error: Service not defined (") + missing + ")\n");
+  }
+}
+
+// The built-in screen "*" is always listed, so a defined screen beside it
+// is already a registry of more than one screen.
+TEST_F(AdminRulesTest, OnlyASingleListedScreenGoesWithoutRemoteAdministration) {
+  AddServices({"remote administration"});
+  Ferrowall& star = *static_cast<Ferrowall*>(registry.Screens().Head()->Data());
+  std::unique_ptr<RuleList> alone = Generate(star);
+  ASSERT_NE(alone->rules, nullptr);
+  EXPECT_EQ(messages, "");
+  EXPECT_EQ(alone->Described(), std::vector<std::string>{"skip localhost>*"});
+
+  std::unique_ptr<RuleList> defined = Generate(AddScreen("gate"));
+  EXPECT_EQ(defined->rules, nullptr);
+  EXPECT_EQ(messages, "Error: Service not defined (remote administration)\n");
+}
+
+TEST_F(AdminRulesTest, ScreensWithoutMastersNeedNoScreenToScreenRule) {
+  AddServices();
+  AddScreen("other");
+  Ferrowall& gate = AddScreen("gate");
+  ResolveMasters();
+  std::unique_ptr<RuleList> rules = Generate(gate);
+  ASSERT_NE(rules->rules, nullptr);
+  EXPECT_EQ(messages, "");
+  EXPECT_EQ(rules->Described(), std::vector<std::string>{"skip localhost>*"});
+}
+
+TEST_F(AdminRulesTest, AdministeredAndAdministeringScreensAreRefusedOnBothSides) {
+  AddServices();
+  Ferrowall& master = AddScreen("master");
+  Ferrowall& branch = AddManagedScreen("branch", "master", 0);
+  ResolveMasters();
+  const std::string refusal =
+      "Error: Screen \"master\" administers screen \"branch\": this configuration needs screen-to-screen rules, "
+      "which this compiler cannot generate yet.\n";
+  for (Ferrowall* compiled : {&branch, &master}) {
+    std::unique_ptr<RuleList> rules = Generate(*compiled);
+    EXPECT_EQ(rules->rules, nullptr) << compiled->Name();
+    EXPECT_EQ(messages, refusal);
+  }
+}
+
+TEST_F(AdminRulesTest, RemoteAdministrationIsLookedUpBeforeTheRefusal) {
+  AddServices({"remote administration"});
+  AddScreen("master");
+  Ferrowall& branch = AddManagedScreen("branch", "master", 0);
+  ResolveMasters();
+  std::unique_ptr<RuleList> rules = Generate(branch);
+  EXPECT_EQ(rules->rules, nullptr);
+  EXPECT_EQ(messages, "Error: Service not defined (remote administration)\n");
+}
+
+// A secondary is administered through its primary, which needs no rule of
+// its own to reach it.
+TEST_F(AdminRulesTest, HASecondaryIsNoScreenToScreenCase) {
+  AddServices();
+  Ferrowall& primary = AddScreen("primary");
+  Ferrowall& secondary = AddManagedScreen("secondary", "primary", 1);
+  ResolveMasters();
+  for (Ferrowall* compiled : {&secondary, &primary}) {
+    std::unique_ptr<RuleList> rules = Generate(*compiled);
+    ASSERT_NE(rules->rules, nullptr) << compiled->Name();
+    EXPECT_EQ(messages, "");
+    EXPECT_EQ(rules->Described(), std::vector<std::string>{"skip localhost>*"});
+  }
+}
+
+}  // namespace
