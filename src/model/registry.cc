@@ -473,20 +473,6 @@ void Registry::mIKEy_del(Entity& certificate) {
 
 int Registry::Verify(Ferrowall*, std::ostream&) { return 0; }
 
-void Registry::AddAdminRules(TList<Entity>&) {}
-
-int Registry::AddHARules(Ferrowall&) { return 0; }
-
-void Registry::AddRules(OrderedEntityList&) {}
-
-void Registry::AddEtherRules(OrderedEntityList&) {}
-
-void Registry::OptimizeRules() {}
-
-void Registry::OrderServicesByStateEngine() {}
-
-void Registry::UnMark() {}
-
 int Registry::UniqueTimes() {
   for (TList<Entity>* list : {admin_interfaces_, gwy_interfaces_, clk_interfaces_})
     for (TList_Cell<Entity>* cell = list->Head(); cell != nullptr; cell = cell->Next()) cell->Data()->Mark();
