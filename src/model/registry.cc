@@ -474,19 +474,6 @@ void Registry::mIKEy_del(Entity& certificate) {
   }
 }
 
-void Registry::AddAdminRules(TList<Entity>&) {}
-
-int Registry::AddHARules(Ferrowall&) { return 0; }
-
-void Registry::AddRules(OrderedEntityList&) {}
-
-void Registry::AddEtherRules(OrderedEntityList&) {}
-
-void Registry::OptimizeRules() {}
-
-void Registry::OrderServicesByStateEngine() {}
-
-void Registry::UnMark() {}
 
 int Registry::UniqueTimes() {
   for (TList<Entity>* list : {admin_interfaces_, gwy_interfaces_, clk_interfaces_})

@@ -155,12 +155,27 @@ class Registry : public Entity {
   // The protected address of the last high-availability interface among the
   // routing interfaces; null when there is none.
   Entity* LastHAProtectedAddress() const { return nullptr; }
+  // Distribution of rules to the interfaces, in list order: administrative
+  // rules reach the admin interfaces and the routing interfaces that aren't
+  // HA; policy rules reach the routing and stealth interfaces, and the admin
+  // interfaces only when their destination is "localhost".
   void AddAdminRules(TList<Entity>& rules);
+  // The two rules of a high-availability pair on the HA interface and the
+  // routing reverse interface; 1 after a report on the standard error
+  // stream when they can't be made, else 0.
   int AddHARules(Ferrowall& screen);
   void AddRules(OrderedEntityList& rules);
   void AddEtherRules(OrderedEntityList& rules);
+  // Drops the encrypting rules that stay inside one interface, on every
+  // interface that carries rules.
   void OptimizeRules();
+  // The step of OptimizeRules on one interface family.
+  void OptimizeRules(TList<Entity>& interfaces);
+  // Sorts the sets of every compile service into state engine order.
   void OrderServicesByStateEngine();
+  // Clears the used marks of services, addresses, certificates and keys, so
+  // that from then on a mark means that some interface's rule needs the
+  // object.
   void UnMark();
   // Numbers the time objects in use; 1 when more than 31 are, else 0.
   int UniqueTimes();

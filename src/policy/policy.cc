@@ -277,6 +277,12 @@ int Policy::Verify(Ferrowall& screen, std::ostream& out, Registry& registry) {
   errors += ResolveReferences(out, registry);
   if (errors == 0) errors += SetSecurityParameters(screen);
   if (errors == 0) errors += CheckTranslations();
+  // Each rule is compared with the rules behind it only, so a conflicting
+  // pair is reported once; a rule in conflict with several counts once.
+  if (errors == 0) {
+    for (TList_Cell<Entity>* cell = rules_.Items().Head(); cell != nullptr; cell = cell->Next())
+      if (static_cast<Rule*>(cell->Data())->Conflicts(cell->Next(), screen) != 0) ++errors;
+  }
   return errors;
 }
 

@@ -6,9 +6,11 @@
 
 #include "model/address.h"
 #include "model/entity_text.h"
+#include "model/registry.h"
 #include "model/time.h"
 #include "model/user.h"
 #include "policy/rule_broadcast.h"
+#include "screen/interface.h"
 #include "services/service.h"
 #include "services/state_engine.h"
 #include "support/fwi18n.h"
@@ -419,3 +421,64 @@ void Rule::BroadcastSplit(Rule** plain, Rule** broadcast) {
     if (broadcast_service != svc_resolved_) (*broadcast)->Svc(*broadcast_service);
   }
 }
+
+Rule* Rule::Piece(const Address& destination) const {
+  Rule* piece = new Rule(*svc_resolved_, *source_, destination, use_, decryption_parameters_,
+                         encryption_parameters_, vpn_, action_, log_, snmp_, icmp_, ha_, proxy_,
+                         time_resolved_, nullptr, nullptr);
+  piece->Origin(origin_);
+  return piece;
+}
+
+TList<Entity>* Rule::PartitionByInterface(const Registry& registry, const Interface& entry,
+                                          const TList<Entity>& family, Address& unknown) const {
+  TList<Entity>* pieces = new TList<Entity>;
+  // A rule whose service never resolved has nothing to enforce anywhere.
+  if (svc_resolved_ == nullptr) return pieces;
+  bool stealth_entry = entry.Type() == INTERFACE_CLK;
+  for (TList_Cell<Entity>* cell = family.Head(); cell != nullptr; cell = cell->Next()) {
+    Interface& exit = *static_cast<Interface*>(cell->Data());
+    if ((stealth_entry && &exit == &entry) || !exit.Intersects(*destination_)) continue;
+    Address* part = exit.Intersection(*destination_);
+    if (part->Intersects(*registry.Star())) {
+      Rule* piece = Piece(*part);
+      piece->SetInterface(static_cast<int>(exit.UniqueID()));
+      pieces->Append(*piece);
+    }
+    if (part != exit.ProtectedAddress() && part != destination_) delete part;
+  }
+  if (!unknown.Intersects(*destination_)) return pieces;
+  Address* part = unknown.Intersection(*destination_);
+  Rule* piece = Piece(*part);
+  if (part != &unknown && part != destination_) delete part;
+  for (TList_Cell<Entity>* cell = family.Head(); cell != nullptr; cell = cell->Next()) {
+    Interface& exit = *static_cast<Interface*>(cell->Data());
+    if ((stealth_entry && &exit == &entry) || exit.Strict()) continue;
+    piece->SetInterface(static_cast<int>(exit.UniqueID()));
+  }
+  pieces->Append(*piece);
+  return pieces;
+}
+
+int Rule::Conflicts(TList_Cell<Entity>* from, const Ferrowall& screen) const {
+  if (!DecryptsManuallyAt(screen)) return 0;
+  int hits = 0;
+  for (TList_Cell<Entity>* cell = from; cell != nullptr; cell = cell->Next())
+    hits += Conflicts(*static_cast<const Rule*>(cell->Data()));
+  return hits;
+}
+
+int Rule::Conflicts(const Rule& other) const {
+  if (!ManualParametersConflict(other)) return 0;
+  std::cerr << fwi18n_text(49, 3, "Error: IPsec conflict between the following two Rules: ") << *this
+            << other;
+  return 1;
+}
+
+// Only a manual block can conflict.  Its kind, its ends and its keys are
+// answered by the block classes, which are not part of the build yet; until
+// they are, no block can be asked, so no rule is taken to decrypt manual
+// IPsec here, and no pair is compared.
+bool Rule::DecryptsManuallyAt(const Ferrowall&) const { return false; }
+
+bool Rule::ManualParametersConflict(const Rule&) const { return false; }

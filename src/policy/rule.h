@@ -25,6 +25,8 @@
 
 class Address;
 class Ferrowall;
+class Interface;
+class Registry;
 class ProxyData;
 class SecurityParameters;
 class Service;
@@ -142,6 +144,23 @@ class Rule : public Entity {
   // caller's to keep.
   virtual void BroadcastSplit(Rule** plain, Rule** broadcast);
 
+  // Cuts the destination into one new rule per member of `family` whose
+  // side it touches, tagged with that member's id, in family order, and one
+  // last rule for the part in `unknown`, tagged with every member that
+  // isn't strict.  A stealth `entry` never sends a rule back to itself.
+  // The caller frees the list, not the rules in it.
+  virtual TList<Entity>* PartitionByInterface(const Registry& registry, const Interface& entry,
+                                              const TList<Entity>& family, Address& unknown) const;
+
+  // For a rule that decrypts manual IPsec at `screen`: the number of rules
+  // from `from` to the end of the list whose manual parameters conflict
+  // with this rule's; each conflict is reported on the standard error
+  // stream.  0 for every other rule.
+  int Conflicts(TList_Cell<Entity>* from, const Ferrowall& screen) const;
+  // 1, after the report, when `other` decrypts at the same screen through
+  // an intersecting tunnel with parameters that conflict with this rule's.
+  int Conflicts(const Rule& other) const;
+
  private:
   // The resolve steps of one sort of reference each.
   int ResolveService(TList<Entity>& list, std::ostream& out);
@@ -151,6 +170,11 @@ class Rule : public Entity {
   // The middle of the rule's text: the VPN, or the security blocks.
   std::ostream& PrintMiddle(std::ostream& out) const;
   const char* ActionWord() const;
+  // A new rule for a part of the destination, with everything else of this
+  // rule and its Origin.
+  Rule* Piece(const Address& destination) const;
+  bool DecryptsManuallyAt(const Ferrowall& screen) const;
+  bool ManualParametersConflict(const Rule& other) const;
 
   int unique_id_ = -1;
   Entity* input_service_;

@@ -21,3 +21,8 @@ RuleBroadcast::RuleBroadcast(Service& service, const Address& source, const Addr
 RuleBroadcast::RuleBroadcast(const Rule& other) : Rule(other) {}
 
 void RuleBroadcast::BroadcastSplit(Rule**, Rule** broadcast) { *broadcast = this; }
+
+TList<Entity>* RuleBroadcast::PartitionByInterface(const Registry&, const Interface&, const TList<Entity>&,
+                                                   Address&) const {
+  return nullptr;
+}

@@ -24,6 +24,10 @@ class RuleBroadcast : public Rule {
 
   // `*broadcast` is this rule; `*plain` is left alone.
   void BroadcastSplit(Rule** plain, Rule** broadcast) override;
+  // Null: its destination is the family's broadcast set, which no member
+  // protects, so there is nothing to cut.
+  TList<Entity>* PartitionByInterface(const Registry& registry, const Interface& entry,
+                                      const TList<Entity>& family, Address& unknown) const override;
 };
 
 #endif

@@ -8,6 +8,9 @@
 #include <vector>
 
 #include "model/address.h"
+#include "model/registry.h"
+#include "policy/rule.h"
+#include "services/service.h"
 #include "support/host.h"
 
 namespace {
@@ -57,6 +60,24 @@ std::vector<uint32_t> BroadcastValues(const std::vector<HostAddress>& addresses)
 }
 
 bool Equals(const char* a, const char* b) { return a != nullptr && b != nullptr && strcmp(a, b) == 0; }
+
+Interface& FamilyMember(const TList_Cell<Entity>* cell) { return *static_cast<Interface*>(cell->Data()); }
+
+// A service that a split made is kept by the compile list from then on; a
+// half that is the rule's own service (or an equal one) has an owner already.
+void KeepSplitService(Service* half, const Service* original, const Registry& registry) {
+  if (half == nullptr || half == original) return;
+  if (original != nullptr && half->Equal(*original)) return;
+  registry.ServicesCompile().Append(*half);
+}
+
+// Whatever kind of key management a block stands for, the screen can't
+// encrypt or decrypt traffic that never passes through it, so every rule
+// with a block counts, not only SKIP rules: the choice of key management
+// then doesn't change which rules an interface keeps.
+bool Encrypts(const Rule& rule) {
+  return rule.DecryptionParameters() != nullptr || rule.EncryptionParameters() != nullptr;
+}
 
 }  // namespace
 
@@ -254,6 +275,89 @@ Address& Interface::BroadcastAddressAdmin() { return BroadcastSet(FAMILY_ADMIN);
 Address& Interface::BroadcastAddressGWY() { return BroadcastSet(FAMILY_ROUTING); }
 
 Address& Interface::BroadcastAddressCLK() { return BroadcastSet(FAMILY_STEALTH); }
+
+void Interface::Add(const Rule& rule, const Registry& registry, const TList<Entity>& family, Address& unknown) {
+  AddInternal(rule, registry, family, unknown);
+}
+
+void Interface::AddInternal(const Rule& rule, const Registry& registry, const TList<Entity>& family,
+                            Address& unknown) {
+  if (!protected_->Intersects(rule.Source()) && (strict_ || !rule.Source().Intersects(unknown))) return;
+  Rule copy(rule);
+  if (!NarrowSource(copy)) return;
+  Rule* plain = nullptr;
+  Rule* broadcast = nullptr;
+  copy.BroadcastSplit(&plain, &broadcast);
+  if (plain != nullptr) {
+    AddPlainPieces(*plain, copy, registry, family, unknown);
+    if (plain != &copy) delete plain;
+  }
+  if (broadcast != nullptr) AddBroadcast(*broadcast, rule, copy, registry, family, unknown);
+}
+
+// A strict interface lets in only what it protects; any other lets in all
+// but what lies behind the other members of its family.
+bool Interface::NarrowSource(Rule& rule) const {
+  Address* narrowed = strict_ ? protected_->Intersection(rule.Source()) : rule.Source().Exclusion(*other_);
+  if (narrowed == nullptr) return false;
+  if (narrowed == &rule.Source()) return true;
+  rule.Source(*narrowed);
+  if (narrowed != protected_) delete narrowed;
+  return true;
+}
+
+// The pieces stand in family order; a piece whose destination is all
+// broadcast addresses ends the walk, and the pieces behind it go too.
+void Interface::AddPlainPieces(Rule& plain, const Rule& copy, const Registry& registry, const TList<Entity>& family,
+                               Address& unknown) {
+  TList<Entity>* pieces = plain.PartitionByInterface(registry, *this, family, unknown);
+  if (pieces == nullptr) return;
+  bool walking = true;
+  for (TList_Cell<Entity>* cell = pieces->Head(); cell != nullptr; cell = cell->Next()) {
+    Rule* piece = static_cast<Rule*>(cell->Data());
+    Address* destination = walking ? piece->Destination().Exclusion(BroadcastAddress()) : nullptr;
+    if (destination == nullptr) {
+      walking = false;
+      delete piece;
+      continue;
+    }
+    if (destination != &piece->Destination()) {
+      piece->Destination(*destination);
+      delete destination;
+    }
+    rules_->Append(*piece);
+  }
+  delete pieces;
+  if (&plain != &copy) KeepSplitService(plain.SvcResolved(), copy.SvcResolved(), registry);
+}
+
+// The broadcast part goes out by every member whose side the written
+// destination touches, and it is addressed to the family's broadcast set.
+void Interface::AddBroadcast(Rule& broadcast, const Rule& original, const Rule& copy, const Registry& registry,
+                             const TList<Entity>& family, Address& unknown) {
+  const Address& destination = original.Destination();
+  bool reaches_unknown = destination.Intersects(unknown);
+  for (TList_Cell<Entity>* cell = family.Head(); cell != nullptr; cell = cell->Next()) {
+    Interface& member = FamilyMember(cell);
+    if (&member == this) continue;
+    if (member.protected_->Intersects(destination) || (reaches_unknown && !member.strict_))
+      broadcast.SetInterface(static_cast<int>(member.UniqueID()));
+  }
+  rules_->Append(broadcast);
+  KeepSplitService(broadcast.SvcResolved(), copy.SvcResolved(), registry);
+  broadcast.Destination(BroadcastAddress());
+}
+
+void Interface::RemoveIntraInterfaceRules() { RemoveIntraInterfaceRules(*rules_); }
+
+void Interface::RemoveIntraInterfaceRules(TList<Entity>& rules) {
+  TList_Cell<Entity>* next = nullptr;
+  for (TList_Cell<Entity>* cell = rules.Head(); cell != nullptr; cell = next) {
+    next = cell->Next();
+    const Rule& rule = *static_cast<const Rule*>(cell->Data());
+    if (Encrypts(rule) && rule.Destination().SubsetOf(*protected_)) rules.Delete_Data_Cell(cell);
+  }
+}
 
 bool Interface::Intersects(const Interface& other) const { return protected_->Intersects(*other.protected_); }
 

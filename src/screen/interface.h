@@ -17,6 +17,8 @@
 
 class Address;
 class Ferrowall;
+class Registry;
+class Rule;
 
 class Interface : public Entity {
  public:
@@ -75,6 +77,17 @@ class Interface : public Entity {
   static Address& BroadcastAddressGWY();
   static Address& BroadcastAddressCLK();
 
+  // Distributes `rule` to this interface as a packet that arrives here:
+  // narrows its source to what can arrive, cuts the destination into one
+  // copy per exit interface of `family` (and one for `unknown`, the part
+  // behind no interface of the family), and appends the copies to Rules,
+  // followed by the broadcast part of the rule, if any.  Services that the
+  // broadcast cut makes go to the registry's compile list.
+  void Add(const Rule& rule, const Registry& registry, const TList<Entity>& family, Address& unknown);
+  // Drops the encrypting rules whose traffic never leaves this interface's
+  // side.
+  virtual void RemoveIntraInterfaceRules();
+
   // The set operations of Address between the protected address and the
   // argument.  An Intersection result is the caller's only when it is
   // neither operand.
@@ -114,6 +127,9 @@ class Interface : public Entity {
   // The screen and comment clauses of a statement.
   std::ostream& PrintTail(std::ostream& out) const;
 
+  // The removal of RemoveIntraInterfaceRules, on one rule list.
+  void RemoveIntraInterfaceRules(TList<Entity>& rules);
+
   // A new empty interface address, the old one deleted.
   void ResetInterfaceAddress();
   // Adds one address, or the multicast block 224.0.0.0-239.255.255.255.
@@ -127,6 +143,13 @@ class Interface : public Entity {
   // The other members' addresses that this interface treats as foreign.
   void IncludeOthers(const TList<Entity>& list, Address& other, Address& shared_hosts) const;
   bool TypeWordMatches(const char* word) const;
+  void AddInternal(const Rule& rule, const Registry& registry, const TList<Entity>& family, Address& unknown);
+  // The source of `rule` as it can arrive here; false when nothing can.
+  bool NarrowSource(Rule& rule) const;
+  void AddPlainPieces(Rule& plain, const Rule& original, const Registry& registry,
+                      const TList<Entity>& family, Address& unknown);
+  void AddBroadcast(Rule& broadcast, const Rule& original, const Rule& copy, const Registry& registry,
+                    const TList<Entity>& family, Address& unknown);
   void DeleteRules();
 
   uint32_t unique_id_ = kNoUniqueId;

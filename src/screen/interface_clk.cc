@@ -27,6 +27,11 @@ void InterfaceCLK::Mark() {
   Mark_List(*ether_rules_);
 }
 
+void InterfaceCLK::RemoveIntraInterfaceRules() {
+  Interface::RemoveIntraInterfaceRules();
+  Interface::RemoveIntraInterfaceRules(*ether_rules_);
+}
+
 void InterfaceCLK::CleanUp() {
   Interface::CleanUp();
   DeleteEtherRules();

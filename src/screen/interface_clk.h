@@ -20,6 +20,8 @@ class InterfaceCLK : public Interface {
   // The interface address and the stealth broadcast set come from the
   // screen's stealth network; the host isn't asked.
   void SetAddresses(const Ferrowall& screen) override;
+  // As the base, and on the Ethernet rules as well.
+  void RemoveIntraInterfaceRules() override;
   // As the base, with the routers before the comment.
   std::ostream& Enumerate(std::ostream& out, Enumerate_Type type) const override;
   std::ostream& Print(std::ostream& out) const override;

@@ -1,0 +1,244 @@
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "model/ordered_entity_list.h"
+#include "screen/distribution_fixture.h"
+#include "screen/ferrowall.h"
+#include "services/service.h"
+
+namespace {
+
+const Range kEverything(0, 0xFFFFFFFFu, RT_ADDRESS, RS_ADDRESSES);
+
+std::unique_ptr<Address> one(const char* name, const char* host) { return address_of(name, {span(host, host)}); }
+
+std::vector<Rule*> origins_of(const Interface& interface) {
+  std::vector<Rule*> origins;
+  for (Rule* rule : rules_of(interface)) origins.push_back(rule->Origin());
+  return origins;
+}
+
+// One interface of each kind: admin X, routing G, HA H and stealth S.
+class RegistryDistributionTest : public DistributionTest {
+ protected:
+  void SetUp() override {
+    DistributionTest::SetUp();
+    x = &AddInterface("X", INTERFACE_ADMIN, {span("10.9.0.0", "10.9.0.255")});
+    g = &AddInterface("G", INTERFACE_GWY, {span("10.0.0.0", "10.0.0.255")});
+    h = &AddInterface("H", INTERFACE_HA, {span("10.5.0.0", "10.5.0.255")});
+    s = &AddInterface("S", INTERFACE_CLK, {span("10.3.0.0", "10.3.0.255")});
+    Seal();
+  }
+
+  Interface* x = nullptr;
+  Interface* g = nullptr;
+  Interface* h = nullptr;
+  Interface* s = nullptr;
+  std::unique_ptr<Service> www = Plain();
+};
+
+TEST_F(RegistryDistributionTest, AdministrativeRulesReachAdminAndRoutingInterfacesButNotHA) {
+  TList<Entity> admin_rules;
+  Rule& first = Written(*www, address_of("*", {kEverything}), one("web", "192.168.0.1"));
+  Rule& second = Written(*www, one("localhost", "10.0.0.1"), address_of("*", {kEverything}));
+  admin_rules.Append(first);
+  admin_rules.Append(second);
+  registry.AddAdminRules(admin_rules);
+
+  // `first` goes towards unknown addresses only; `second` enters from
+  // outside the admin side but from inside G, and goes everywhere.
+  EXPECT_EQ(origins_of(*x), std::vector<Rule*>({&first, &second, &second}));
+  EXPECT_EQ(origins_of(*g), std::vector<Rule*>({&first, &second, &second, &second}));
+  EXPECT_TRUE(h->Rules().Empty());
+  EXPECT_TRUE(s->Rules().Empty());
+}
+
+TEST_F(RegistryDistributionTest, PolicyRulesReachAdminInterfacesOnlyTowardsLocalhost) {
+  OrderedEntityList policy;
+  auto service = Plain();
+  auto everywhere = address_of("*", {kEverything});
+  Rule* to_screen = new Rule(*service, *everywhere, *one("localhost", "127.0.0.1"), nullptr, nullptr, nullptr,
+                             nullptr, ACTION_ALLOW, LOG_NONE, SNMP_NONE, ICMP_NONE, 0, nullptr, nullptr, nullptr,
+                             nullptr);
+  Rule* to_web = new Rule(*service, *everywhere, *one("web", "127.0.0.1"), nullptr, nullptr, nullptr, nullptr,
+                          ACTION_ALLOW, LOG_NONE, SNMP_NONE, ICMP_NONE, 0, nullptr, nullptr, nullptr, nullptr);
+  policy.Items(*to_screen);
+  policy.Items(*to_web);
+  registry.AddRules(policy);
+
+  EXPECT_EQ(origins_of(*x), std::vector<Rule*>({to_screen})) << "decided by the name alone";
+  EXPECT_EQ(origins_of(*g), std::vector<Rule*>({to_screen, to_web}));
+  EXPECT_EQ(origins_of(*h), std::vector<Rule*>({to_screen, to_web})) << "HA interfaces route policy rules";
+  EXPECT_EQ(origins_of(*s), std::vector<Rule*>({to_screen, to_web}));
+}
+
+TEST_F(RegistryDistributionTest, OptimisationVisitsEveryFamilyButDisabledInterfaces) {
+  static char block;
+  SecurityParameters* stand_in = reinterpret_cast<SecurityParameters*>(&block);
+  Interface* disabled = new Interface("D", "D-net", INTERFACE_DISABLED, LOG_NONE, SNMP_NONE, ICMP_NONE, nullptr,
+                                      nullptr, 0, nullptr);
+  registry.DisabledInterfaces(*disabled);
+  for (Interface* interface : {x, g, s, disabled}) {
+    // An empty destination lies inside every interface.
+    interface->Rules().Append(*new Rule("svc", "a", "b", nullptr, stand_in, stand_in, nullptr, ACTION_ALLOW,
+                                        LOG_NONE, SNMP_NONE, ICMP_NONE, 0, nullptr, nullptr, nullptr, nullptr));
+  }
+  registry.OptimizeRules();
+  EXPECT_TRUE(x->Rules().Empty());
+  EXPECT_TRUE(g->Rules().Empty());
+  EXPECT_TRUE(s->Rules().Empty());
+  EXPECT_EQ(disabled->Rules().Length(), 1);
+}
+
+TEST_F(RegistryDistributionTest, CompileServicesAreSortedByStateEngineAndMarksAreCleared) {
+  registry.StateEngines(*new StateEngine("udp", "udp_engine", "port", 2, 1, 65535, 0, nullptr, 1, 1));
+  registry.StateEngines(*new StateEngine("tcp", "tcp_engine", "port", 1, 1, 65535, 1, ints({0}), 1, 0));
+  Entity* udp = registry.StateEngines().Head()->Data();
+  Entity* tcp = registry.StateEngines().Tail()->Data();
+  Service* mixed = service_of("mixed", {params_set(*static_cast<StateEngine*>(tcp), {0}, {{80, 80}}),
+                                        params_set(*static_cast<StateEngine*>(udp), {}, {{53, 53}})})
+                       .release();
+  registry.ServicesCompile(*mixed);
+  registry.OrderServicesByStateEngine();
+  EXPECT_EQ(mixed->Filters().Head()->Data()->stateEngine(), udp);
+  EXPECT_EQ(mixed->Filters().Tail()->Data()->stateEngine(), tcp);
+
+  for (TList<Entity>* list : {&registry.ServicesCompile(), &registry.Addresses()})
+    for (TList_Cell<Entity>* cell = list->Head(); cell != nullptr; cell = cell->Next()) cell->Data()->Used(1);
+  registry.Times().Head()->Data()->Used(1);
+  registry.UnMark();
+  for (TList<Entity>* list : {&registry.ServicesCompile(), &registry.Addresses()})
+    for (TList_Cell<Entity>* cell = list->Head(); cell != nullptr; cell = cell->Next())
+      EXPECT_EQ(cell->Data()->Used(), 0) << cell->Data()->Name();
+  EXPECT_EQ(registry.Times().Head()->Data()->Used(), 1) << "times keep their marks";
+}
+
+FerrowallSettings ha_settings(int primary, const char* ha_ip, const char* master = nullptr) {
+  FerrowallSettings settings;
+  settings.ha_primary = primary;
+  settings.ha_secondary = !primary;
+  settings.ha_ip = ip(ha_ip);
+  settings.master = master;
+  return settings;
+}
+
+// A routing interface G, the HA interface H and the reverse interface R,
+// which protects the primary's own addresses, the HA address among them.
+// The secondary's HA address lies behind H.
+class HARulesTest : public DistributionTest {
+ protected:
+  void SetUp() override {
+    DistributionTest::SetUp();
+    g = &AddInterface("G", INTERFACE_GWY, {span("10.0.0.0", "10.0.0.255")});
+    h = &AddInterface("H", INTERFACE_HA, {span("10.5.0.0", "10.5.0.255")});
+    r = &AddRoutingReverse({"10.0.0.1", "10.5.0.1"});
+    Seal();
+    registry.Screens(*primary);
+    registry.Screens(*secondary);
+    std::ostringstream errors;
+    EXPECT_EQ(secondary->Resolve(CO_SCREEN, registry.Screens(), errors), 0) << errors.str();
+  }
+
+  void AddServices() {
+    registry.ServicesCompile(*Plain("HA administration").release());
+    registry.ServicesCompile(*Plain("HA heartbeat").release());
+  }
+
+  int AddHARules(Ferrowall& screen) {
+    testing::internal::CaptureStderr();
+    int result = registry.AddHARules(screen);
+    errors = testing::internal::GetCapturedStderr();
+    return result;
+  }
+
+  Ferrowall* primary = new Ferrowall("P", ha_settings(1, "10.5.0.1"));
+  Ferrowall* secondary = new Ferrowall("Q", ha_settings(0, "10.5.0.2", "P"));
+  Interface* g = nullptr;
+  Interface* h = nullptr;
+  Interface* r = nullptr;
+  std::string errors;
+};
+
+TEST_F(HARulesTest, AdministrationAndHeartbeatReachTheHAAndTheReverseInterface) {
+  AddServices();
+  std::ostringstream out;
+  ASSERT_EQ(primary->Verify(registry, out), 0) << out.str();
+  ASSERT_EQ(AddHARules(*primary), 0) << errors;
+  EXPECT_EQ(errors, "");
+  EXPECT_TRUE(g->Rules().Empty());
+
+  // Administration comes from the primary's own HA address, so it enters by
+  // R alone; the heartbeat enters by H from the secondary and by R from the
+  // primary.  G = 0, H = 1, R = 2.
+  std::vector<Rule*> on_h = rules_of(*h);
+  ASSERT_EQ(on_h.size(), 2u);
+  EXPECT_STREQ(on_h[0]->SvcResolved()->Name(), "HA heartbeat");
+  EXPECT_EQ(ranges_of(on_h[0]->Source()), Ranges({"10.5.0.2"}));
+  EXPECT_EQ(ranges_of(on_h[0]->Destination()), Ranges({"10.5.0.2"}));
+  EXPECT_EQ(tags_of(*on_h[0]), Tags({1}));
+  EXPECT_EQ(ranges_of(on_h[1]->Destination()), Ranges({"10.5.0.1"}));
+  EXPECT_EQ(tags_of(*on_h[1]), Tags({2}));
+
+  std::vector<Rule*> on_r = rules_of(*r);
+  ASSERT_EQ(on_r.size(), 4u);
+  const char* services[] = {"HA administration", "HA administration", "HA heartbeat", "HA heartbeat"};
+  const Ranges destinations[] = {
+      {"10.5.0.0", "10.5.0.2-10.5.0.255"}, {"10.5.0.1"}, {"10.5.0.2"}, {"10.5.0.1"}};
+  for (size_t i = 0; i < on_r.size(); ++i) {
+    EXPECT_STREQ(on_r[i]->SvcResolved()->Name(), services[i]);
+    EXPECT_EQ(ranges_of(on_r[i]->Source()), Ranges({"10.5.0.1"}));
+    EXPECT_EQ(ranges_of(on_r[i]->Destination()), destinations[i]) << i;
+    EXPECT_EQ(tags_of(*on_r[i]), Tags({i % 2 == 0 ? 1 : 2}));
+  }
+  for (Rule* rule : on_h) EXPECT_EQ(rule->HAValue(), 1);
+  for (Rule* rule : on_r) EXPECT_EQ(rule->HAValue(), 1);
+  EXPECT_EQ(on_r[0]->Action(), ACTION_ALLOW);
+}
+
+TEST_F(HARulesTest, SecondaryMakesTheSameRulesFromItsPrimary) {
+  AddServices();
+  std::ostringstream out;
+  ASSERT_EQ(secondary->Verify(registry, out), 0) << out.str();
+  ASSERT_EQ(AddHARules(*secondary), 0) << errors;
+  EXPECT_EQ(rules_of(*r).size(), 4u);
+  EXPECT_EQ(ranges_of(rules_of(*r)[0]->Source()), Ranges({"10.5.0.1"}));
+}
+
+TEST_F(HARulesTest, EachMissingPieceIsReportedAndFails) {
+  std::ostringstream out;
+  ASSERT_EQ(primary->Verify(registry, out), 0) << out.str();
+  EXPECT_EQ(AddHARules(*primary), 1);
+  EXPECT_EQ(errors, "Error: Could not find HA Service\n");
+
+  registry.ServicesCompile(*Plain("HA administration").release());
+  EXPECT_EQ(AddHARules(*primary), 1) << "both services are needed";
+  EXPECT_EQ(errors, "Error: Could not find HA Service\n");
+
+  registry.ServicesCompile(*Plain("HA heartbeat").release());
+  Ferrowall unverified("U", ha_settings(1, "10.5.0.1"));
+  EXPECT_EQ(AddHARules(unverified), 1);
+  EXPECT_EQ(errors, "Error: HA cluster missing HA IP Addresses\n");
+
+  // The secondary's hosts were worked out with one primary; a primary of
+  // the same name off the HA network has since taken its place.
+  ASSERT_EQ(secondary->Verify(registry, out), 0) << out.str();
+  TList<Entity> elsewhere;
+  Ferrowall moved("P", ha_settings(1, "192.168.9.9"));
+  elsewhere.Append(moved);
+  ASSERT_EQ(secondary->Resolve(CO_SCREEN, elsewhere, out), 0);
+  EXPECT_EQ(AddHARules(*secondary), 1);
+  EXPECT_EQ(errors, "Error: HA IP address is not on HA interface HA network!.\n");
+
+  for (Interface* interface : {g, h, r}) EXPECT_TRUE(interface->Rules().Empty());
+}
+
+TEST_F(DistributionTest, NoHAInterfaceMeansNoHARulesAndNoMessage) {
+  AddInterface("G", INTERFACE_GWY, {span("10.0.0.0", "10.0.0.255")});
+  Seal();
+  Ferrowall screen("P", ha_settings(1, "10.5.0.1"));
+  EXPECT_EQ(registry.AddHARules(screen), 0);
+  EXPECT_TRUE(members_of(registry.GWYInterfaces())[0]->Rules().Empty());
+}
+
+}  // namespace
