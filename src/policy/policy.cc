@@ -288,7 +288,3 @@ void Policy::SetHARules(Entity& address) {
 }
 
 TList<Entity>* Policy::GenerateAdminRules(Ferrowall&, Registry&) { return new TList<Entity>; }
-
-int Policy::GenerateOutput(Registry&) { return 0; }
-
-int Policy::GenerateMoreOutput(Ferrowall*, Registry&, TList<Entity>*, TList<Entity>*) { return 0; }
