@@ -3,6 +3,7 @@
 #include <memory>
 #include <sstream>
 
+#include "model/address_list.h"
 #include "model/registry.h"
 #include "model/time.h"
 #include "output/output_fixture.h"
@@ -10,6 +11,7 @@
 #include "policy/rule_broadcast.h"
 #include "screen/ferrowall.h"
 #include "screen/interface.h"
+#include "screen/interface_clk.h"
 #include "services/service.h"
 #include "services/services_fixture.h"
 #include "services/state_engine_internal.h"
@@ -264,6 +266,51 @@ TEST_F(InterfaceWriterTest, InterfaceInWordsOfTheRoutingTypes) {
   EXPECT_EQ(out.str(),
             "\"r0\" INTERFACE GWY \"dmz\" LOG_DETAIL SNMP_NONE ICMP_PORT_UNREACHABLE ;\n"
             "\"ha0\" INTERFACE HA \"far\" LOG_NONE SNMP ICMP_HOST_FORBIDDEN ;\n");
+}
+
+TEST_F(InterfaceWriterTest, StealthTableCarriesNetworkRoutersLocalhostAndEtherEntries) {
+  TList<unsigned>* routers = new TList<unsigned>;
+  routers->Append(*new unsigned(ip("10.5.0.1")));
+  InterfaceCLK* stealth = new InterfaceCLK("clk0", "far", LOG_NONE, SNMP_NONE, ICMP_NONE, routers, nullptr, nullptr);
+  std::ostringstream errors;
+  ASSERT_EQ(stealth->Resolve(CO_ADDRESS, registry_.Addresses(), errors), 0);
+  registry_.CLKInterfaces(*stealth);
+  registry_.Localhost()->Include(Range(ip("127.0.0.1"), ip("127.0.0.1"), RT_ADDRESS, RS_ADDRESSES));
+  simplerange network = {ip("10.5.0.0"), ip("10.5.0.255"), RS_PREFIX};
+  FerrowallSettings settings;
+  settings.stealth_network = &network;
+  Ferrowall screen("bridge", settings);
+  Engines engines;
+  auto ether = ServiceOf("arp", params_set(engines.ether, {}, {{0x806, 0x806}}));
+  auto address = address_of("all", {{"0.0.0.0", "255.255.255.255"}});
+  for (Service* service : {netbios_.get(), ether.get()}) {
+    Rule* rule = new Rule(*service, *address, *address, nullptr, nullptr, nullptr, nullptr, ACTION_ALLOW,
+                          LOG_NONE, SNMP_NONE, ICMP_NONE, 0, nullptr, nullptr, nullptr, nullptr);
+    rule->SetInterface(0);
+    rule->SetInterface(2);
+    stealth->EtherRules().Append(*rule);
+  }
+  ScratchDirectory directory;
+  InterfaceWriter::GenerateOutput(interface_in_, *stealth, registry_, registry_.CLKInterfaces(), screen, nullptr);
+  EXPECT_EQ(interface_in_.str(), "\"clk0\" INTERFACE CLK \"far\" LOG_NONE SNMP_NONE ICMP_NONE ;\n");
+  // The rule of the broadcast service is left out of the Ethernet entries.
+  EXPECT_EQ(contents("clk0.data"),
+            std::string(kHead) +
+                "THIS_INTERFACE\taddr_0\n"
+                "RANGE_LIST\taddr_0\t172.16.0.0 - 172.16.255.255\t\n"
+                "OTHER_INTERFACES\taddr_1\n"
+                "RANGE_LIST\taddr_1\t\n"
+                "INTERFACE\t\"clk0\"\t0\tRANGE_LIST\t172.16.0.0 - 172.16.255.255\t\n" +
+                kEngines +
+                "ADDRESS\t10.5.0.0\n"
+                "NETMASK\t255.255.255.0\n"
+                "ROUTER\t10.5.0.1\n"
+                "LOCALHOST\t127.0.0.1 - 127.0.0.1\t\n"
+                "ETHER_ENTRY\t0x800005\tRANGE_LIST\tsvc_0\t2054 - 2054\n");
+  EXPECT_EQ(contents("clk0.pfl"),
+            std::string("#include \"pfldefs.h\"\n#include \"state_engines.h\"\n#include \"clk0.data.defs\"\n"
+                        "screen()\n{\n\n") +
+                kProgramEnd);
 }
 
 }  // namespace
