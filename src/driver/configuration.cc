@@ -9,6 +9,7 @@
 #include "model/day_of_week.h"
 #include "model/range_list.h"
 #include "model/registry.h"
+#include "output/output_files.h"
 #include "policy/policy.h"
 #include "screen/ferrowall.h"
 #include "screen/interface.h"
@@ -110,10 +111,7 @@ int Configuration::Compile(const char* screen, std::ostream& out) {
   registry_->OrderServicesByStateEngine();
   registry_->UnMark();
   if (registry_->UniqueTimes() != 0) return 236;
-  policy_->GenerateOutput(*registry_);
-  registry_->GenerateOutput(this_screen_, policy_, screen_admin_rules_, policy_admin_rules_);
-  return policy_->GenerateMoreOutput(this_screen_, *registry_, screen_admin_rules_,
-                                     policy_admin_rules_);
+  return OutputFiles::Generate(*this_screen_, *policy_, *registry_);
 }
 
 // The verification and distribution stages: each reports its problems and

@@ -487,5 +487,3 @@ int Registry::UniqueTimes() {
   }
   return 0;
 }
-
-int Registry::GenerateOutput(Ferrowall*, Policy*, TList<Entity>*, TList<Entity>*) { return 0; }

@@ -179,8 +179,6 @@ class Registry : public Entity {
   void UnMark();
   // Numbers the time objects in use; 1 when more than 31 are, else 0.
   int UniqueTimes();
-  int GenerateOutput(Ferrowall* screen, Policy* policy, TList<Entity>* screen_admin_rules,
-                     TList<Entity>* policy_admin_rules);
 
  private:
   void AddBuiltInObjects();

@@ -321,7 +321,3 @@ TList<Entity>* Policy::GenerateAdminRules(Ferrowall& screen, Registry& registry)
   }
   return rules;
 }
-
-int Policy::GenerateOutput(Registry&) { return 0; }
-
-int Policy::GenerateMoreOutput(Ferrowall*, Registry&, TList<Entity>*, TList<Entity>*) { return 0; }

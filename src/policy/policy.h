@@ -87,9 +87,6 @@ class Policy : public Entity {
   void SetHARules(Entity& ha_address);
   // The rules of the remote access entries, or null when they can't be made.
   TList<Entity>* GenerateAdminRules(Ferrowall& screen, Registry& registry);
-  int GenerateOutput(Registry& registry);
-  int GenerateMoreOutput(Ferrowall* screen, Registry& registry, TList<Entity>* screen_admin_rules,
-                         TList<Entity>* policy_admin_rules);
 
  private:
   // Verification stages: each returns the number of faults it reported.

@@ -1,0 +1,157 @@
+#include "output/interface_writer.h"
+
+#include <fstream>
+
+#include "model/address.h"
+#include "model/address_list.h"
+#include "model/registry.h"
+#include "output/address_writer.h"
+#include "output/rule_writer.h"
+#include "output/service_writer.h"
+#include "policy/rule.h"
+#include "screen/ferrowall.h"
+#include "screen/interface.h"
+#include "screen/interface_clk.h"
+#include "services/service.h"
+#include "services/state_engine_internal.h"
+
+namespace {
+
+const char* type_word(Interface_Type type) {
+  switch (type) {
+    case INTERFACE_ADMIN: return "ADMIN";
+    case INTERFACE_GWY: return "GWY";
+    case INTERFACE_HA: return "HA";
+    case INTERFACE_CLK: return "CLK";
+    default: return "DISABLED";
+  }
+}
+
+const char* log_word(Log_Type log) {
+  switch (log) {
+    case LOG_SUMMARY: return " LOG_SUMMARY";
+    case LOG_DETAIL: return " LOG_DETAIL";
+    default: return " LOG_NONE";
+  }
+}
+
+const char* icmp_word(ICMP_Type icmp) {
+  switch (icmp) {
+    case ICMP_NET_UNREACHABLE: return " ICMP_NET_UNREACHABLE";
+    case ICMP_HOST_UNREACHABLE: return " ICMP_HOST_UNREACHABLE";
+    case ICMP_PORT_UNREACHABLE: return " ICMP_PORT_UNREACHABLE";
+    case ICMP_NET_FORBIDDEN: return " ICMP_NET_FORBIDDEN";
+    case ICMP_HOST_FORBIDDEN: return " ICMP_HOST_FORBIDDEN";
+    default: return " ICMP_NONE";
+  }
+}
+
+}  // namespace
+
+void InterfaceWriter::GenerateOutput(std::ostream& interface_in, Interface& interface,
+                                     Registry& registry, const TList<Entity>& list,
+                                     const Ferrowall& screen, Interface* reverse_of) {
+  if (InterfaceCLK* stealth = dynamic_cast<InterfaceCLK*>(&interface)) {
+    GenerateStealthOutput(interface_in, *stealth, registry, list, screen);
+    return;
+  }
+  if (reverse_of == nullptr) GenerateInterfaceIn(interface_in, interface);
+  registry.UnMark();
+  if (interface.Type() == INTERFACE_DISABLED) return;
+  bool reverse = reverse_of != nullptr;
+  std::ofstream table(FileName(interface, reverse, ".data"));
+  GenerateDataFile(table, interface, list, registry, reverse_of);
+  table << "LOCALHOST\n";
+  WriteProgram(table, interface, reverse);
+}
+
+void InterfaceWriter::GenerateStealthOutput(std::ostream& interface_in, InterfaceCLK& interface,
+                                            Registry& registry, const TList<Entity>& list,
+                                            const Ferrowall& screen) {
+  GenerateInterfaceIn(interface_in, interface);
+  registry.UnMark();
+  std::ofstream table(FileName(interface, false, ".data"));
+  GenerateDataFile(table, interface, list, registry, nullptr);
+  if (const Range* network = screen.CLKNetwork()) {
+    table << "ADDRESS\t" << dotted_address(network->Start()) << '\n';
+    table << "NETMASK\t" << dotted_address(~(network->Start() ^ network->End())) << '\n';
+  }
+  if (const TList<unsigned>* routers = interface.Routers())
+    for (TList_Cell<unsigned>* cell = routers->Head(); cell != nullptr; cell = cell->Next())
+      table << "ROUTER\t" << dotted_address(*cell->Data()) << '\n';
+  table << "LOCALHOST\t";
+  if (registry.Localhost() != nullptr) AddressWriter::RangesTabbed(table, *registry.Localhost());
+  table << '\n';
+  WriteProgram(table, interface, false);
+  GenerateEtherOutput(table, interface.EtherRules());
+}
+
+void InterfaceWriter::WriteProgram(std::ostream& table, const Interface& interface, bool reverse) {
+  std::ofstream program(FileName(interface, reverse, ".pfl"));
+  GeneratePFLFile(table, program, interface, reverse);
+}
+
+void InterfaceWriter::GenerateDataFile(std::ostream& table, Interface& interface,
+                                       const TList<Entity>& list, const Registry& registry,
+                                       Interface* reverse_of) {
+  table << "#include \"SKIP_V1_TABLE\"\n#include \"Input.nat\"\n";
+  AddressEntry(table, "THIS_INTERFACE", *interface.ProtectedAddress());
+  if (reverse_of != nullptr)
+    AddressEntry(table, "OTHER_INTERFACES", *reverse_of->ProtectedAddress());
+  else if (interface.OtherAddress() != nullptr)
+    AddressEntry(table, "OTHER_INTERFACES", *interface.OtherAddress());
+  for (TList_Cell<Entity>* cell = list.Head(); cell != nullptr; cell = cell->Next()) {
+    Interface& member = *static_cast<Interface*>(cell->Data());
+    InterfaceRow(table, member, reverse_of != nullptr && &member == &interface);
+  }
+  for (TList_Cell<Entity>* cell = registry.StateEngineInternals().Head(); cell != nullptr;
+       cell = cell->Next())
+    ServiceWriter::GenerateOutput(table, *static_cast<StateEngineInternal*>(cell->Data()));
+}
+
+void InterfaceWriter::AddressEntry(std::ostream& table, const char* head, Address& address) {
+  table << head << "\taddr_" << address.UniqueID() << '\n';
+  AddressWriter::GenerateOutput(table, address);
+}
+
+void InterfaceWriter::InterfaceRow(std::ostream& table, Interface& member, bool own_reverse_row) {
+  if (own_reverse_row) table << "INTERFACE\tFerrowall\t";
+  else table << "INTERFACE\t\"" << member.Name() << "\"\t";
+  table << member.UniqueID() << "\tRANGE_LIST\t";
+  AddressWriter::RangesTabbed(table, *member.ProtectedAddress()) << '\n';
+}
+
+void InterfaceWriter::GeneratePFLFile(std::ostream& table, std::ostream& program,
+                                      const Interface& interface, bool reverse) {
+  program << "#include \"pfldefs.h\"\n#include \"state_engines.h\"\n#include \""
+          << FileName(interface, reverse, ".data") << ".defs\"\nscreen()\n{\n\n";
+  for (TList_Cell<Entity>* cell = interface.Rules().Head(); cell != nullptr; cell = cell->Next())
+    RuleWriter::GenerateOutput(table, program, *static_cast<Rule*>(cell->Data()));
+  program << "\t(void) default_fail();\n\thalt;\n}\n";
+}
+
+// Rules carry no SKIP parameters in this build, so no rule has a version 1
+// key pair to list; the file exists because every table includes it.
+void InterfaceWriter::GenerateSkipV1Table(std::ostream&, const Interface&) {}
+
+std::ostream& InterfaceWriter::GenerateInterfaceIn(std::ostream& out, const Interface& interface) {
+  out << '"' << interface.Name() << "\" INTERFACE " << type_word(interface.Type()) << " \""
+      << interface.ProtectedAddress()->Name() << '"';
+  if (interface.Type() == INTERFACE_DISABLED) return out << ";\n";
+  return out << log_word(interface.Log()) << (interface.SNMP() == SNMP_TRAP ? " SNMP" : " SNMP_NONE")
+             << icmp_word(interface.ICMP()) << " ;\n";
+}
+
+// Ether rules never carry security parameters, so a rule whose service has
+// a broadcast set is never written here.
+void InterfaceWriter::GenerateEtherOutput(std::ostream& table, const TList<Entity>& rules) {
+  for (TList_Cell<Entity>* cell = rules.Head(); cell != nullptr; cell = cell->Next()) {
+    Rule& rule = *static_cast<Rule*>(cell->Data());
+    if (rule.SvcResolved() != nullptr && rule.SvcResolved()->Broadcast()) continue;
+    RuleWriter::GenerateEtherOutput(table, rule);
+  }
+}
+
+std::string InterfaceWriter::FileName(const Interface& interface, bool reverse, const char* ending) {
+  return std::string(interface.Name()) + (reverse ? ".rev" : "") + ending;
+}

@@ -1,0 +1,51 @@
+// OutputFiles writes the whole generated file set of a compile into the
+// current directory, in the order the loader of the product expects to find
+// them made: Input.nat; the screen's settings files; the Time, Addresses
+// and Services tables; the interfaces' files with SKIP_V1_TABLE and
+// Interface.in; CertificateGroups; Remote.Access.  It runs after the rules
+// are distributed to the interfaces and the time objects numbered.
+//
+// Failures to open or write these files go unnoticed, as the loader finds a
+// missing file on its own.
+#ifndef FW_OUTPUT_OUTPUT_FILES_H
+#define FW_OUTPUT_OUTPUT_FILES_H
+
+#include <ostream>
+
+#include "model/t_list.h"
+
+class Entity;
+class Ferrowall;
+class Interface;
+class Policy;
+class Registry;
+
+class OutputFiles {
+ public:
+  // The three output steps of the compile in their order; returns the
+  // result of the compile.
+  static int Generate(Ferrowall& screen, Policy& policy, Registry& registry);
+  // Policy::GenerateOutput: Input.nat.
+  static void GeneratePolicyOutput(Policy& policy);
+  // Registry::GenerateOutput: from Screen to CertificateGroups.  Warnings go
+  // to `warnings`.
+  static void GenerateRegistryOutput(Ferrowall& screen, Registry& registry, std::ostream& warnings);
+  // Policy::GenerateMoreOutput: Remote.Access; returns 0.
+  static int GenerateMoreOutput(Policy& policy);
+  // The head of Remote.Access, without its final line end.
+  static const char kRemoteAccessHead[];
+
+ private:
+  static void GenerateScreenFiles(const Ferrowall& screen, const Registry& registry,
+                                  std::ostream& warnings);
+  static void GenerateObjectTables(const Registry& registry);
+  // The interface pass: each family in turn, then the disabled interfaces.
+  static void GenerateInterfaces(Ferrowall& screen, Registry& registry);
+  // One family.  Its reverse interface, if any, is written after each real
+  // member under that member's name; `skip_v1` gets every member's part.
+  static void GenerateFamily(std::ostream& skip_v1, std::ostream& interface_in, TList<Entity>& list,
+                             Interface* reverse, Ferrowall& screen, Registry& registry);
+  static void GenerateCertificateGroups(const Registry& registry);
+};
+
+#endif

@@ -1,0 +1,316 @@
+#include "output/interface_writer.h"
+
+#include <memory>
+#include <sstream>
+
+#include "model/address_list.h"
+#include "model/registry.h"
+#include "model/time.h"
+#include "output/output_fixture.h"
+#include "policy/rule.h"
+#include "policy/rule_broadcast.h"
+#include "screen/ferrowall.h"
+#include "screen/interface.h"
+#include "screen/interface_clk.h"
+#include "services/service.h"
+#include "services/services_fixture.h"
+#include "services/state_engine_internal.h"
+
+namespace {
+
+// Two admin interfaces, net0 (id 0, "inside" 10.0.0.0/24) and net1 (id 1,
+// "dmz" 192.168.1.0/24), engines tcp (forward only, one parameter) and udp
+// (both paths) on internal routines 0 and 1, and the services of the rules.
+class InterfaceWriterTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    Address::ResetUniqueId();
+    FilterParams::ResetUniqueId();
+    Rule::ResetUniqueId();
+    Interface::ResetUniqueId();
+    Time::ResetUniqueId();
+    StateEngineInternal::ResetUniqueId();
+    registry_.StateEngineInternals(*new StateEngineInternal("tcp_engine", 1));
+    registry_.StateEngineInternals(*new StateEngineInternal("udp_engine", 1));
+    tcp_ = AddEngine(new StateEngine("tcp", "tcp_engine", "port", 1, 1, 65535, 1, ints({0}), 1, 0));
+    udp_ = AddEngine(new StateEngine("udp", "udp_engine", "port", 2, 1, 65535, 0, nullptr, 1, 1));
+    registry_.Addresses(*address_of("inside", {{"10.0.0.0", "10.0.0.255"}}).release());
+    registry_.Addresses(*address_of("dmz", {{"192.168.1.0", "192.168.1.255"}}).release());
+    registry_.Addresses(*address_of("far", {{"172.16.0.0", "172.16.255.255"}}).release());
+    net0_ = AddInterface("net0", "inside", INTERFACE_ADMIN, LOG_SUMMARY, SNMP_TRAP, ICMP_NET_FORBIDDEN);
+    net1_ = AddInterface("net1", "dmz", INTERFACE_ADMIN, LOG_NONE, SNMP_NONE, ICMP_NONE);
+    ASSERT_EQ(net0_->UniqueID(), 0u);
+    ASSERT_EQ(net1_->UniqueID(), 1u);
+    www_ = ServiceOf("www", params_set(*tcp_, {0}, {{80, 80}}));
+    dns_ = ServiceOf("dns", params_set(*udp_, {}, {{53, 53}}));
+    netbios_ = ServiceOf("netbios", params_set(*udp_, {}, {{137, 138}}, 1));
+  }
+
+  StateEngine* AddEngine(StateEngine* engine) {
+    registry_.StateEngines(*engine);
+    std::ostringstream errors;
+    EXPECT_EQ(engine->Resolve(CO_STATE_ENGINE, registry_.StateEngineInternals(), errors), 0);
+    return engine;
+  }
+
+  Interface* AddInterface(const char* name, const char* protects, Interface_Type type, Log_Type log,
+                          SNMP_Type snmp, ICMP_Type icmp) {
+    Interface* interface = new Interface(name, protects, type, log, snmp, icmp, nullptr, nullptr, 0, nullptr);
+    std::ostringstream errors;
+    EXPECT_EQ(interface->Resolve(CO_ADDRESS, registry_.Addresses(), errors), 0) << errors.str();
+    if (type != INTERFACE_DISABLED) registry_.InterfaceList(type).Append(*interface);
+    else owned_.emplace_back(interface);
+    return interface;
+  }
+
+  std::unique_ptr<Service> ServiceOf(const char* name, FilterParams* set) {
+    auto service = std::make_unique<Service>(name, nullptr, nullptr);
+    service->Include(*set, 0);
+    delete set;
+    return service;
+  }
+
+  // A distributed rule of net0 towards the interfaces `tags`.
+  template <class RuleClass = Rule>
+  void AddRule(Service& service, const Address& destination, Action_Type action, Log_Type log,
+               SNMP_Type snmp, ICMP_Type icmp, int ha, Time* time, std::initializer_list<int> tags) {
+    Address& inside = *static_cast<Address*>(registry_.Addresses().Head()->Next()->Next()->Data());
+    Rule* rule = new RuleClass(service, inside, destination, nullptr, nullptr, nullptr, nullptr, action,
+                               log, snmp, icmp, ha, nullptr, time, nullptr, nullptr);
+    for (int tag : tags) rule->SetInterface(tag);
+    net0_->Rules().Append(*rule);
+  }
+
+  Registry registry_;
+  Ferrowall screen_{"gate"};
+  StateEngine* tcp_ = nullptr;
+  StateEngine* udp_ = nullptr;
+  Interface* net0_ = nullptr;
+  Interface* net1_ = nullptr;
+  std::unique_ptr<Service> www_;
+  std::unique_ptr<Service> dns_;
+  std::unique_ptr<Service> netbios_;
+  std::vector<std::unique_ptr<Interface>> owned_;
+  std::ostringstream interface_in_;
+};
+
+const char kHead[] =
+    "#include \"SKIP_V1_TABLE\"\n"
+    "#include \"Input.nat\"\n";
+const char kRows[] =
+    "INTERFACE\t\"net0\"\t0\tRANGE_LIST\t10.0.0.0 - 10.0.0.255\t\n"
+    "INTERFACE\t\"net1\"\t1\tRANGE_LIST\t192.168.1.0 - 192.168.1.255\t\n";
+const char kEngines[] =
+    "STATE_ENGINE\ttcp_engine\t0\n"
+    "STATE_ENGINE\tudp_engine\t1\n";
+const char kProgramEnd[] = "\t(void) default_fail();\n\thalt;\n}\n";
+
+TEST_F(InterfaceWriterTest, TableAndProgramOfAnInterfaceWithRules) {
+  Time* office = new Time("office", nullptr, nullptr, nullptr);
+  registry_.Times(*office);
+  ASSERT_EQ(office->UniqueId(), 1);
+  auto bad = address_of("bad", {{"192.168.1.66", "192.168.1.66"}});
+  auto broadcast = address_of("dmzbcast", {{"192.168.1.255", "192.168.1.255"}});
+  Address& dmz = *static_cast<Address*>(registry_.Addresses().Head()->Next()->Next()->Next()->Data());
+  Address& far = *static_cast<Address*>(registry_.Addresses().Tail()->Data());
+  AddRule(*www_, dmz, ACTION_ALLOW, LOG_NONE, SNMP_NONE, ICMP_NONE, 0, nullptr, {1});
+  AddRule(*www_, *bad, ACTION_DENY, LOG_DETAIL, SNMP_TRAP, ICMP_HOST_UNREACHABLE, 0, nullptr, {1});
+  AddRule(*dns_, dmz, ACTION_ALLOW, LOG_NONE, SNMP_NONE, ICMP_NONE, 0, office, {1});
+  AddRule<RuleBroadcast>(*netbios_, *broadcast, ACTION_ALLOW, LOG_NONE, SNMP_NONE, ICMP_NONE, 0, nullptr, {1});
+  // Towards an address no interface protects: every interface of the family.
+  AddRule(*www_, far, ACTION_ALLOW, LOG_SUMMARY, SNMP_NONE, ICMP_NONE, 1, nullptr, {1, 3});
+
+  ScratchDirectory directory;
+  InterfaceWriter::GenerateOutput(interface_in_, *net0_, registry_, registry_.AdminInterfaces(), screen_,
+                                  nullptr);
+  EXPECT_EQ(interface_in_.str(), "\"net0\" INTERFACE ADMIN \"inside\" LOG_SUMMARY SNMP ICMP_NET_FORBIDDEN ;\n");
+  EXPECT_EQ(contents("net0.data"),
+            std::string(kHead) +
+                "THIS_INTERFACE\taddr_0\n"
+                "RANGE_LIST\taddr_0\t10.0.0.0 - 10.0.0.255\t\n"
+                "OTHER_INTERFACES\taddr_1\n"
+                "RANGE_LIST\taddr_1\t\n" +
+                kRows + kEngines +
+                "LOCALHOST\n"
+                // allow: the service's lines follow the first rule that uses it
+                "RANGE_LIST\taddr_2\t10.0.0.0 - 10.0.0.255\t\n"
+                "RANGE_LIST\taddr_3\t192.168.1.0 - 192.168.1.255\t\n"
+                "ACTION\tPolicy_0\t0\t0\tNORMAL\n"
+                "RANGE_LIST\tsvc_0\t80 - 80\n"
+                "STATE_ENGINE_PARAMS\tFilter_0\t0\n"
+                // deny with log detail, SNMP and an ICMP reply
+                "RANGE_LIST\taddr_4\t10.0.0.0 - 10.0.0.255\t\n"
+                "RANGE_LIST\taddr_5\t192.168.1.66 - 192.168.1.66\t\n"
+                "ACTION\tPolicy_1\t2\t1\tFAIL\t2\n"
+                // timed
+                "RANGE_LIST\taddr_6\t10.0.0.0 - 10.0.0.255\t\n"
+                "RANGE_LIST\taddr_7\t192.168.1.0 - 192.168.1.255\t\n"
+                "ACTION\tPolicy_2\t0\t0\tNORMAL\n"
+                "RANGE_LIST\tsvc_1\t53 - 53\n"
+                "STATE_ENGINE_PARAMS\tFilter_1\n"
+                // broadcast part
+                "RANGE_LIST\taddr_8\t10.0.0.0 - 10.0.0.255\t\n"
+                "RANGE_LIST\taddr_9\t192.168.1.255 - 192.168.1.255\t\n"
+                "ACTION\tPolicy_3\t0\t0\tNORMAL\n"
+                "RANGE_LIST\tsvc_2\t137 - 138\n"
+                "STATE_ENGINE_PARAMS\tFilter_2\n"
+                // unknown address, with the HA flag
+                "RANGE_LIST\taddr_10\t10.0.0.0 - 10.0.0.255\t\n"
+                "RANGE_LIST\taddr_11\t172.16.0.0 - 172.16.255.255\t\n"
+                "ACTION\tPolicy_4\t1\t2\tNORMAL\n");
+  EXPECT_EQ(contents("net0.pfl"),
+            std::string(
+                "#include \"pfldefs.h\"\n"
+                "#include \"state_engines.h\"\n"
+                "#include \"net0.data.defs\"\n"
+                "screen()\n"
+                "{\n"
+                "\n"
+                "/*RULE\t\"www\"  \"inside\"  \"dmz\"  ALLOW*/\n"
+                "/* Output:1 */\n"
+                "/* Source: 10.0.0.0 - 10.0.0.255 */\n"
+                "/* Destination: 192.168.1.0 - 192.168.1.255 */\n"
+                "\tif (match(IP_dstaddr, addr_3)) {\n"
+                "\t\tif (match(IP_srcaddr, addr_2)) {\n"
+                "\t\t\ttcp_fwd(svc_0, 0, 1, Filter_0, Policy_0, 0x1)\n"
+                "\t\t}\n"
+                "\t}\n"
+                "/*RULE\t\"www\"  \"inside\"  \"bad\"  DENY LOG DETAIL SNMP ICMP HOST_UNREACHABLE*/\n"
+                "/* Output:1 */\n"
+                "/* Source: 10.0.0.0 - 10.0.0.255 */\n"
+                "/* Destination: 192.168.1.66 */\n"
+                "\tif (match(IP_dstaddr, addr_5)) {\n"
+                "\t\tif (match(IP_srcaddr, addr_4)) {\n"
+                "\t\t\ttcp_fwd(svc_0, 0, 0, Filter_0, Policy_1, 0x1)\n"
+                "\t\t}\n"
+                "\t}\n"
+                "/*RULE\t\"dns\"  \"inside\"  \"dmz\"  ALLOW TIME\t\"office\"*/\n"
+                "/* Output:1 */\n"
+                "/* Source: 10.0.0.0 - 10.0.0.255 */\n"
+                "/* Destination: 192.168.1.0 - 192.168.1.255 */\n"
+                "if (time_check(1)) {\n"
+                "\tif (match(IP_dstaddr, addr_7)) {\n"
+                "\t\tif (match(IP_srcaddr, addr_6)) {\n"
+                "\t\t\tudp_fwd(svc_1, 1, 1, Filter_1, Policy_2, 0x1)\n"
+                "\t\t}\n"
+                "\t}\n"
+                "}\n"
+                "/*RULE\t\"netbios\"  \"inside\"  \"dmzbcast\"  ALLOW*/\n"
+                "/* Output:1 */\n"
+                "/* Source: 10.0.0.0 - 10.0.0.255 */\n"
+                "/* Destination: 192.168.1.255 */\n"
+                "\tif (match(IP_dstaddr, addr_9)) {\n"
+                "\t\tif (match(IP_srcaddr, addr_8)) {\n"
+                "\t\t\tudp_fwd(svc_2, 1, 1, Filter_2, Policy_3, 0x1)\n"
+                "\t\t}\n"
+                "\t}\n"
+                "/*RULE\t\"www\"  \"inside\"  \"far\"  ALLOW LOG SUMMARY*/\n"
+                "/* Output:1 3 */\n"
+                "/* Source: 10.0.0.0 - 10.0.0.255 */\n"
+                "/* Destination: 172.16.0.0 - 172.16.255.255 */\n"
+                "\tif (match(IP_dstaddr, addr_11)) {\n"
+                "\t\tif (match(IP_srcaddr, addr_10)) {\n"
+                "\t\t\ttcp_fwd(svc_0, 0, 1, Filter_0, Policy_4, 0x80000a)\n"
+                "\t\t}\n"
+                "\t}\n") +
+                kProgramEnd);
+  std::ostringstream skip_v1;
+  InterfaceWriter::GenerateSkipV1Table(skip_v1, *net0_);
+  EXPECT_EQ(skip_v1.str(), "");
+}
+
+TEST_F(InterfaceWriterTest, ReverseInterfaceIsWrittenUnderTheRealName) {
+  Interface* reverse = AddInterface("Ferrowall", "far", INTERFACE_ADMIN, LOG_NONE, SNMP_NONE, ICMP_NONE);
+  ScratchDirectory directory;
+  // Before any rename the reverse interface's row is an ordinary one.
+  InterfaceWriter::GenerateOutput(interface_in_, *net1_, registry_, registry_.AdminInterfaces(), screen_,
+                                  nullptr);
+  EXPECT_NE(contents("net1.data").find("INTERFACE\t\"Ferrowall\"\t2\tRANGE_LIST\t172.16.0.0 - 172.16.255.255\t\n"),
+            std::string::npos);
+  interface_in_.str("");
+  reverse->Name(net0_->Name());
+  InterfaceWriter::GenerateOutput(interface_in_, *reverse, registry_, registry_.AdminInterfaces(), screen_,
+                                  net0_);
+  EXPECT_EQ(interface_in_.str(), "");
+  EXPECT_EQ(contents("net0.rev.data"),
+            std::string(kHead) +
+                "THIS_INTERFACE\taddr_2\n"
+                "RANGE_LIST\taddr_2\t172.16.0.0 - 172.16.255.255\t\n"
+                "OTHER_INTERFACES\taddr_3\n"
+                "RANGE_LIST\taddr_3\t10.0.0.0 - 10.0.0.255\t\n" +
+                kRows + "INTERFACE\tFerrowall\t2\tRANGE_LIST\t172.16.0.0 - 172.16.255.255\t\n" + kEngines +
+                "LOCALHOST\n");
+  // Without rules the program is its frame alone.
+  EXPECT_EQ(contents("net0.rev.pfl"),
+            std::string("#include \"pfldefs.h\"\n#include \"state_engines.h\"\n#include \"net0.rev.data.defs\"\n"
+                        "screen()\n{\n\n") +
+                kProgramEnd);
+  EXPECT_FALSE(exists("net0.data"));
+}
+
+TEST_F(InterfaceWriterTest, DisabledInterfaceGivesItsInterfaceInLineOnly) {
+  Interface* off = AddInterface("off", "dmz", INTERFACE_DISABLED, LOG_DETAIL, SNMP_TRAP, ICMP_NONE);
+  ScratchDirectory directory;
+  InterfaceWriter::GenerateOutput(interface_in_, *off, registry_, registry_.DisabledInterfaces(), screen_,
+                                  nullptr);
+  EXPECT_EQ(interface_in_.str(), "\"off\" INTERFACE DISABLED \"dmz\";\n");
+  EXPECT_TRUE(std::filesystem::is_empty(std::filesystem::current_path()));
+}
+
+TEST_F(InterfaceWriterTest, InterfaceInWordsOfTheRoutingTypes) {
+  Interface* gateway = AddInterface("r0", "dmz", INTERFACE_GWY, LOG_DETAIL, SNMP_NONE, ICMP_PORT_UNREACHABLE);
+  Interface* ha = AddInterface("ha0", "far", INTERFACE_HA, LOG_SESSION, SNMP_TRAP, ICMP_HOST_FORBIDDEN);
+  std::ostringstream out;
+  InterfaceWriter::GenerateInterfaceIn(out, *gateway);
+  InterfaceWriter::GenerateInterfaceIn(out, *ha);
+  EXPECT_EQ(out.str(),
+            "\"r0\" INTERFACE GWY \"dmz\" LOG_DETAIL SNMP_NONE ICMP_PORT_UNREACHABLE ;\n"
+            "\"ha0\" INTERFACE HA \"far\" LOG_NONE SNMP ICMP_HOST_FORBIDDEN ;\n");
+}
+
+TEST_F(InterfaceWriterTest, StealthTableCarriesNetworkRoutersLocalhostAndEtherEntries) {
+  TList<unsigned>* routers = new TList<unsigned>;
+  routers->Append(*new unsigned(ip("10.5.0.1")));
+  InterfaceCLK* stealth = new InterfaceCLK("clk0", "far", LOG_NONE, SNMP_NONE, ICMP_NONE, routers, nullptr, nullptr);
+  std::ostringstream errors;
+  ASSERT_EQ(stealth->Resolve(CO_ADDRESS, registry_.Addresses(), errors), 0);
+  registry_.CLKInterfaces(*stealth);
+  registry_.Localhost()->Include(Range(ip("127.0.0.1"), ip("127.0.0.1"), RT_ADDRESS, RS_ADDRESSES));
+  simplerange network = {ip("10.5.0.0"), ip("10.5.0.255"), RS_PREFIX};
+  FerrowallSettings settings;
+  settings.stealth_network = &network;
+  Ferrowall screen("bridge", settings);
+  Engines engines;
+  auto ether = ServiceOf("arp", params_set(engines.ether, {}, {{0x806, 0x806}}));
+  auto address = address_of("all", {{"0.0.0.0", "255.255.255.255"}});
+  for (Service* service : {netbios_.get(), ether.get()}) {
+    Rule* rule = new Rule(*service, *address, *address, nullptr, nullptr, nullptr, nullptr, ACTION_ALLOW,
+                          LOG_NONE, SNMP_NONE, ICMP_NONE, 0, nullptr, nullptr, nullptr, nullptr);
+    rule->SetInterface(0);
+    rule->SetInterface(2);
+    stealth->EtherRules().Append(*rule);
+  }
+  ScratchDirectory directory;
+  InterfaceWriter::GenerateOutput(interface_in_, *stealth, registry_, registry_.CLKInterfaces(), screen, nullptr);
+  EXPECT_EQ(interface_in_.str(), "\"clk0\" INTERFACE CLK \"far\" LOG_NONE SNMP_NONE ICMP_NONE ;\n");
+  // The rule of the broadcast service is left out of the Ethernet entries.
+  EXPECT_EQ(contents("clk0.data"),
+            std::string(kHead) +
+                "THIS_INTERFACE\taddr_0\n"
+                "RANGE_LIST\taddr_0\t172.16.0.0 - 172.16.255.255\t\n"
+                "OTHER_INTERFACES\taddr_1\n"
+                "RANGE_LIST\taddr_1\t\n"
+                "INTERFACE\t\"clk0\"\t0\tRANGE_LIST\t172.16.0.0 - 172.16.255.255\t\n" +
+                kEngines +
+                "ADDRESS\t10.5.0.0\n"
+                "NETMASK\t255.255.255.0\n"
+                "ROUTER\t10.5.0.1\n"
+                "LOCALHOST\t127.0.0.1 - 127.0.0.1\t\n"
+                "ETHER_ENTRY\t0x800005\tRANGE_LIST\tsvc_0\t2054 - 2054\n");
+  EXPECT_EQ(contents("clk0.pfl"),
+            std::string("#include \"pfldefs.h\"\n#include \"state_engines.h\"\n#include \"clk0.data.defs\"\n"
+                        "screen()\n{\n\n") +
+                kProgramEnd);
+}
+
+}  // namespace
