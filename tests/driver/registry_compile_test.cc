@@ -21,7 +21,7 @@ const char kEstate[] =
     "outside ADDRESS ! inside ;\n"
     "office TIME MONDAY 8 0 17 0 ;\n"
     "gate SCREEN ADMIN_IP 192.168.1.1 DNS LOGSIZE 100 ;\n"
-    "branch SCREEN ADMIN_IP 192.168.1.2 MASTER gate ;\n"
+    "branch SCREEN ADMIN_IP 192.168.1.2 ;\n"
     "le0 INTERFACE ADMIN inside SCREEN gate ;\n"
     "le1 INTERFACE GWY outside COMPLETE SCREEN gate ;\n"
     "qfe0 INTERFACE ADMIN inside SCREEN branch ;\n"

@@ -224,15 +224,4 @@ TEST(RegistryListingTest, SearchAndEnumerateSkipBuiltInsAndSortNames) {
   EXPECT_EQ(found.find("other"), std::string::npos);
 }
 
-TEST(RegistryVerifyTest, CompileCopiesOfTheServicesAreMadeAnew) {
-  Registry registry;
-  registry.Services(*new Service("www", nullptr, nullptr));
-  registry.ServicesCompile(*new Service("stale", nullptr, nullptr));
-  Ferrowall screen("gate");
-  std::ostringstream out;
-  EXPECT_EQ(registry.Verify(&screen, out), 0);
-  EXPECT_EQ(Names(registry.ServicesCompile()), "* www ");
-  EXPECT_NE(registry.ServicesCompile().Tail()->Data(), registry.Services().Tail()->Data());
-}
-
 }  // namespace
