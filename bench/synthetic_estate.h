@@ -25,7 +25,7 @@ inline void WriteStateEngines(std::ostream& out) {
   int rank = 0;
   for (const char* engine : tcp) out << engine << " STATE_ENGINE tcp_engine port FORWARD 1 " << ++rank << " 0xffff 0 ;\n";
   for (const char* engine : udp)
-    out << engine << " STATE_ENGINE udp_engine port FORWARD 2 " << ++rank << " 0xffff 1 60 ;\n";
+    out << engine << " STATE_ENGINE udp_engine port FORWARD 2 " << ++rank << " 0xffff 3 60 -1 0 ;\n";
   for (const char* engine : icmp) out << engine << " STATE_ENGINE icmp_engine type FORWARD 3 " << ++rank << " 0xff 0 ;\n";
   out << "ip STATE_ENGINE ip_engine protocol FORWARD 4 " << ++rank << " 0xff 0 ;\n";
 }
