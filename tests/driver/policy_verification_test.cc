@@ -1,0 +1,90 @@
+// The policy stage of the compile: rules and address translations that
+// name what doesn't exist or can't be translated, each reported exactly,
+// and the compile ending with "compiler error".
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "common/compiler_run.h"
+#include "common/star_service_engines.h"
+
+namespace {
+
+const char kRegistry[] =
+    "\"remote administration\" SERVICE tcp 3852 ;\n"
+    "skip SERVICE tcp 1640 ;\n"
+    "www SERVICE tcp 80 ;\n"
+    "inside ADDRESS 192.168.1.0/24 ;\n"
+    "outside ADDRESS ! inside ;\n"
+    "web ADDRESS 192.168.1.80 ;\n"
+    "pool ADDRESS 10.0.0.0 - 10.0.0.255 ;\n"
+    "public ADDRESS 203.0.113.80 ;\n"
+    "lower ADDRESS 10.0.0.128 - 10.0.0.130 ;\n"
+    "nothing ADDRESS ;\n"
+    "gate SCREEN ADMIN_IP 192.168.1.1 ;\n"
+    "le0 INTERFACE ADMIN inside SCREEN gate ;\n"
+    "le1 INTERFACE GWY outside SCREEN gate ;\n";
+
+class PolicyVerificationTest : public testing::Test {
+ protected:
+  int Compile(const std::string& policy) {
+    run.Write("estate.conf", std::string(kStarServiceEngines) + kRegistry + policy);
+    run.Write("gate.host", "interface le0 192.168.1.1/24\ninterface le1 203.0.113.1/24\n");
+    return run.Run("-s gate -f estate.conf", "/dev/null", "FERROWALL_HOST=" + run.Path("gate.host"));
+  }
+  CompilerRun run;
+};
+
+TEST_F(PolicyVerificationTest, UndefinedNamesOfARuleInTheOrderOfTheirKinds) {
+  EXPECT_EQ(Compile("RULE nosuch from to ALLOW ;\n"), 245);
+  EXPECT_EQ(run.Err(),
+            "Error: \"RULE\" refers to undefined ADDRESS: \"from\".\n"
+            "Error: \"RULE\" refers to undefined ADDRESS: \"to\".\n"
+            "Error: \"RULE\" refers to undefined SERVICE: \"nosuch\".\n"
+            "compiler error\n");
+}
+
+TEST_F(PolicyVerificationTest, UndefinedTimeAndVpn) {
+  EXPECT_EQ(Compile("RULE www inside web VPN corp ALLOW TIME later ;\n"), 245);
+  EXPECT_EQ(run.Err(),
+            "Error: \"RULE\" refers to undefined VPN: \"corp\".\n"
+            "Error: \"RULE\" refers to undefined TIME: \"later\".\n"
+            "compiler error\n");
+}
+
+TEST_F(PolicyVerificationTest, TimeStarMeansAlways) {
+  EXPECT_EQ(Compile("RULE www inside web ALLOW TIME \"*\" ;\n"), 0);
+  EXPECT_EQ(run.Err(), "");
+}
+
+TEST_F(PolicyVerificationTest, EntriesOfAnotherScreenNeedNoValidNames) {
+  EXPECT_EQ(Compile("RULE nosuch from to ALLOW SCREEN elsewhere ;\nNAT STATIC a b c d SCREEN elsewhere ;\n"), 0);
+  EXPECT_EQ(run.Err(), "");
+}
+
+TEST_F(PolicyVerificationTest, TranslationOfUndefinedAddresses) {
+  EXPECT_EQ(Compile("NAT DYNAMIC inside away public \"*\" ;\n"), 245);
+  EXPECT_EQ(run.Err(), "Error: \"NAT\" refers to undefined ADDRESS: \"away\".\ncompiler error\n");
+}
+
+TEST_F(PolicyVerificationTest, TranslationChecksOneErrorPerEntry) {
+  EXPECT_EQ(Compile("NAT STATIC pool \"*\" public \"*\" ;\n"
+                    "NAT DYNAMIC pool \"*\" public \"*\" ;\n"
+                    "NAT DYNAMIC pool \"*\" lower \"*\" ;\n"
+                    "NAT DYNAMIC pool web public inside SCREEN gate ;\n"
+                    "NAT STATIC nothing \"*\" nothing \"*\" ;\n"),
+            245);
+  EXPECT_EQ(run.Err(),
+            "Error: Static NAT, but Addresses are different sizes\n"
+            "\tSTATIC \"pool\" \"*\" \"public\" \"*\"\n"
+            "Error: Original and Tranlated Source Addresses Intersect.\n"
+            "\tDYNAMIC \"pool\" \"*\" \"lower\" \"*\"\n"
+            "Error: Original and Tranlated Destination Addresses Intersect.\n"
+            "\tSCREEN \"gate\" DYNAMIC \"pool\" \"web\" \"public\" \"inside\"\n"
+            "Error:  Cannot translate both source and destination addresses.\n"
+            "\tSCREEN \"gate\" DYNAMIC \"pool\" \"web\" \"public\" \"inside\"\n"
+            "\"nothing\", \"nothing\" Address(es) have no value and cannot be used in a NAT Rule.\n"
+            "compiler error\n");
+}
+
+}  // namespace
