@@ -32,9 +32,6 @@ class OutputFiles {
   static void GenerateRegistryOutput(Ferrowall& screen, Registry& registry, std::ostream& warnings);
   // Policy::GenerateMoreOutput: Remote.Access; returns 0.
   static int GenerateMoreOutput(Policy& policy);
-  // The head of Remote.Access, without its final line end.
-  static const char kRemoteAccessHead[];
-
  private:
   static void GenerateScreenFiles(const Ferrowall& screen, const Registry& registry,
                                   std::ostream& warnings);
