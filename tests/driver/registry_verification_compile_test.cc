@@ -49,22 +49,6 @@ TEST(RegistryVerificationCompileTest, InconsistentServiceRunsIntoTheNextLine) {
   EXPECT_EQ(run.Err(), "Error: Service incorrectly defined(odd)compiler error\n");
 }
 
-TEST(RegistryVerificationCompileTest, SecondaryScreenWithStarAdminAddressFails) {
-  CompilerRun run;
-  EXPECT_EQ(Compile(run, "branch SCREEN ADMIN_IP \"*\" MASTER gate ;\n"), 245);
-  EXPECT_EQ(run.Err(),
-            "Error: ADMIN_IP cannot be 0.0.0.0 or * for a secondary Screen.\n"
-            "Warning: ADMIN_IP should be a single IP Address that exists on the secondary Screen, not a group or "
-            "range. Screen: branch\n"
-            "compiler error\n");
-}
-
-TEST(RegistryVerificationCompileTest, IntersectingInterfacesFail) {
-  CompilerRun run;
-  EXPECT_EQ(Compile(run, "\"le0:1\" INTERFACE GWY \"*\" ;\n"), 245);
-  EXPECT_EQ(run.Err(), "Error: Interfaces intersect (\"le1\", \"le0:1\")\ncompiler error\n");
-}
-
 TEST(RegistryVerificationCompileTest, WarningsAloneLetTheCompileSucceed) {
   CompilerRun run;
   EXPECT_EQ(Compile(run, "dark ADDRESS ;\nqfe0 INTERFACE CLK dark ;\n"), 0);

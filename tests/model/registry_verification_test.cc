@@ -261,7 +261,9 @@ TEST_F(RegistryVerificationTest, CertificateGroupsMustReduceAndScreensNameTheRig
             "Error: Certificate group includes multiple Certificate types: \"mixed\"\n"
             "Error: Certificate group contains illegal construct(s): \"outer\"\n"
             "Error: Screen refers to non-IKE Certificate type: \"skip1\"\n");
-  EXPECT_EQ(err_, "Error: Certificate group: \"outer\" cannot include group: \"withex\" because it contains exclusions\n");
+  EXPECT_EQ(err_,
+            "Error: Certificate group: \"outer\" cannot include group: \"withex\" because it contains "
+            "exclusions\n");
 }
 
 TEST_F(RegistryVerificationTest, SecondaryScreensNeedOneRealAdminAddress) {
