@@ -57,7 +57,10 @@ int Registry::Verify(Ferrowall* compiled, std::ostream& out) {
   // What follows needs every name linked.
   if (errors != 0) return errors;
   errors += ResolveMoreReferences(out);
-  if (Screens().Length() > 1) errors += CheckSecondaryScreens(screen);
+  // Besides the built-in "*" and the compiled screen there must be a third
+  // screen for a secondary to exist: a screen naming itself as its master
+  // isn't a secondary of itself.
+  if (Screens().Length() > 2) errors += CheckSecondaryScreens(screen);
   if (errors == 0) {
     MakeReverseInterfaces();
     for (TList<Entity>* family : {admin_interfaces_, gwy_interfaces_, clk_interfaces_})
