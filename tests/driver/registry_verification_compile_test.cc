@@ -12,6 +12,8 @@ namespace {
 const char kHost[] = "interface le0 192.168.1.1/24\ninterface le1 10.0.0.1/8\ninterface qfe0\n";
 
 const char kSite[] =
+    "\"remote administration\" SERVICE tcp 3852 ;\n"
+    "skip SERVICE tcp 1640 ;\n"
     "inside ADDRESS 192.168.1.0/24 ;\n"
     "outside ADDRESS ! inside ;\n"
     "gate SCREEN ADMIN_IP 192.168.1.1 ;\n"
