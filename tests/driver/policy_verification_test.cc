@@ -88,3 +88,46 @@ TEST_F(PolicyVerificationTest, TranslationChecksOneErrorPerEntry) {
 }
 
 }  // namespace
+
+namespace {
+
+// The high-availability checks of the screen come after the policy stage.
+class ScreenVerificationTest : public PolicyVerificationTest {
+ protected:
+  int CompileWith(const std::string& screen_and_interfaces) {
+    std::string registry = kRegistry;
+    registry.erase(registry.find("gate SCREEN"));
+    run.Write("estate.conf", std::string(kStarServiceEngines) + registry + screen_and_interfaces);
+    run.Write("gate.host", "interface le0 192.168.1.1/24\ninterface le1 203.0.113.1/24\ninterface le2 10.9.9.1/24\n");
+    return run.Run("-s gate -f estate.conf", "/dev/null", "FERROWALL_HOST=" + run.Path("gate.host"));
+  }
+};
+
+const char kInterfaces[] =
+    "pair ADDRESS 10.9.9.0/24 ;\n"
+    "beyond ADDRESS ! inside ! pair ;\n"
+    "le0 INTERFACE ADMIN inside SCREEN gate ;\n"
+    "le1 INTERFACE GWY beyond SCREEN gate ;\n";
+
+TEST_F(ScreenVerificationTest, HAInterfaceWithoutHARole) {
+  EXPECT_EQ(CompileWith(std::string("gate SCREEN ADMIN_IP 192.168.1.1 ;\n") + kInterfaces +
+                        "le2 INTERFACE HA pair SCREEN gate ;\n"),
+            245);
+  EXPECT_EQ(run.Err(), "Error: HA not enabled but HA Interface(s) defined.\ncompiler error\n");
+}
+
+TEST_F(ScreenVerificationTest, HAScreenWithoutHAAddressOrInterface) {
+  EXPECT_EQ(CompileWith(std::string("gate SCREEN ADMIN_IP 192.168.1.1 HA_PRIMARY ;\n") + kInterfaces), 245);
+  EXPECT_EQ(run.Err(), "Error: HA Screen is missing HA_IP parameter.\ncompiler error\n");
+  EXPECT_EQ(CompileWith(std::string("gate SCREEN ADMIN_IP 192.168.1.1 HA_PRIMARY HA_ADMIN_IP 10.9.9.1 ;\n") +
+                        kInterfaces),
+            245);
+  EXPECT_EQ(run.Err(), "Error: HA enabled with no HA Interface defined.\ncompiler error\n");
+}
+
+TEST_F(ScreenVerificationTest, SecondaryWithoutMasterFailsFirst) {
+  EXPECT_EQ(CompileWith(std::string("gate SCREEN ADMIN_IP 192.168.1.1 HA_SECONDARY ;\n") + kInterfaces), 245);
+  EXPECT_EQ(run.Err(), "Error: HA Secondary with no Master\ncompiler error\n");
+}
+
+}  // namespace
