@@ -26,8 +26,8 @@
 class Address;
 class Ferrowall;
 class Interface;
-class Registry;
 class ProxyData;
+class Registry;
 class SecurityParameters;
 class Service;
 class Time;

@@ -146,7 +146,7 @@ class Interface : public Entity {
   void AddInternal(const Rule& rule, const Registry& registry, const TList<Entity>& family, Address& unknown);
   // The source of `rule` as it can arrive here; false when nothing can.
   bool NarrowSource(Rule& rule) const;
-  void AddPlainPieces(Rule& plain, const Rule& original, const Registry& registry,
+  void AddPlainPieces(Rule& plain, const Rule& copy, const Registry& registry,
                       const TList<Entity>& family, Address& unknown);
   void AddBroadcast(Rule& broadcast, const Rule& original, const Rule& copy, const Registry& registry,
                     const TList<Entity>& family, Address& unknown);

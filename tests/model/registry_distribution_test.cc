@@ -9,10 +9,6 @@
 
 namespace {
 
-const Range kEverything(0, 0xFFFFFFFFu, RT_ADDRESS, RS_ADDRESSES);
-
-std::unique_ptr<Address> one(const char* name, const char* host) { return address_of(name, {span(host, host)}); }
-
 std::vector<Rule*> origins_of(const Interface& interface) {
   std::vector<Rule*> origins;
   for (Rule* rule : rules_of(interface)) origins.push_back(rule->Origin());

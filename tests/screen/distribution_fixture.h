@@ -51,6 +51,11 @@ inline std::unique_ptr<Address> address_of(const char* name, std::initializer_li
   return address;
 }
 
+// A single host.
+inline std::unique_ptr<Address> one(const char* name, const char* host) { return address_of(name, {span(host, host)}); }
+
+const Range kEverything(0, 0xFFFFFFFFu, RT_ADDRESS, RS_ADDRESSES);
+
 inline std::vector<Rule*> rules_of(const TList<Entity>& list) {
   std::vector<Rule*> rules;
   for (TList_Cell<Entity>* cell = list.Head(); cell != nullptr; cell = cell->Next())

@@ -6,14 +6,6 @@
 
 namespace {
 
-const Range kEverything(0, 0xFFFFFFFFu, RT_ADDRESS, RS_ADDRESSES);
-
-std::unique_ptr<Address> hosts(const char* name, std::initializer_list<Range> ranges) {
-  return address_of(name, ranges);
-}
-
-std::unique_ptr<Address> one(const char* name, const char* host) { return address_of(name, {span(host, host)}); }
-
 // Routing interfaces A (strict, 10.0.0.0/24) and B (10.0.1.0/24), the screen
 // on 10.0.0.1 and 10.0.1.1 behind the reverse interface R, and the directed
 // broadcasts of both networks in the family's broadcast set.
@@ -36,7 +28,7 @@ class RoutingDistributionTest : public DistributionTest {
 };
 
 TEST_F(RoutingDistributionTest, EveryEntryNarrowsTheSourceAndSendsTheRuleOutByB) {
-  Rule& rule = Written(*www, hosts("*", {kEverything}), one("b5", "10.0.1.5"));
+  Rule& rule = Written(*www, address_of("*", {kEverything}), one("b5", "10.0.1.5"));
   AddToRouting(rule);
 
   const Ranges expected_sources[] = {
@@ -57,7 +49,7 @@ TEST_F(RoutingDistributionTest, EveryEntryNarrowsTheSourceAndSendsTheRuleOutByB)
 }
 
 TEST_F(RoutingDistributionTest, StrictSourceIsAPrivateCopyOfTheProtectedAddress) {
-  AddToRouting(Written(*www, hosts("*", {kEverything}), one("b5", "10.0.1.5")));
+  AddToRouting(Written(*www, address_of("*", {kEverything}), one("b5", "10.0.1.5")));
   Rule& copy = *rules_of(*a)[0];
   EXPECT_NE(&copy.Source(), a->ProtectedAddress());
   EXPECT_STREQ(copy.Source().Name(), "A-net");
@@ -75,7 +67,7 @@ TEST_F(RoutingDistributionTest, UnknownSourceEntersOnlyByInterfacesThatAreNotStr
 
 TEST_F(RoutingDistributionTest, DestinationIsCutInFamilyOrderWithTheUnknownPieceLast) {
   Rule& rule = Written(*www, one("b9", "10.0.1.9"),
-                       hosts("spread", {span("10.0.0.5", "10.0.1.5"), span("192.168.0.1", "192.168.0.1")}));
+                       address_of("spread", {span("10.0.0.5", "10.0.1.5"), span("192.168.0.1", "192.168.0.1")}));
   AddToRouting(rule);
   EXPECT_TRUE(a->Rules().Empty());
   EXPECT_TRUE(r->Rules().Empty());
@@ -108,7 +100,7 @@ TEST_F(RoutingDistributionTest, PieceOfBroadcastAddressesOnlyEndsTheWalk) {
   // A's piece is exactly the broadcast set, so neither it nor B's piece
   // behind it is kept.
   Rule& rule = Written(*www, one("b9", "10.0.1.9"),
-                       hosts("mixed", {span("10.0.0.255", "10.0.0.255"), span("10.0.1.5", "10.0.1.5")}));
+                       address_of("mixed", {span("10.0.0.255", "10.0.0.255"), span("10.0.1.5", "10.0.1.5")}));
   Interface::ResetBroadcastAddresses();
   Interface::BroadcastAddressGWY().Include(span("10.0.0.255", "10.0.0.255"));
   AddToRouting(rule);
@@ -127,7 +119,7 @@ TEST_F(RoutingDistributionTest, PieceOfBroadcastAddressesOnlyEndsTheWalk) {
 TEST_F(RoutingDistributionTest, BroadcastPartFollowsThePlainPiecesTaggedWithEveryExitTheDestinationTouches) {
   auto mixed = service_of("mix", {params_set(engines.tcp, {0}, {{80, 80}}),
                                   params_set(engines.udp, {}, {{137, 137}}, 1)});
-  Rule& rule = Written(*mixed, one("b9", "10.0.1.9"), hosts("A side", {span("10.0.0.0", "10.0.0.255")}));
+  Rule& rule = Written(*mixed, one("b9", "10.0.1.9"), address_of("A side", {span("10.0.0.0", "10.0.0.255")}));
   AddToRouting(rule);
 
   std::vector<Rule*> copies = rules_of(*b);
@@ -150,7 +142,7 @@ TEST_F(RoutingDistributionTest, BroadcastPartFollowsThePlainPiecesTaggedWithEver
 
 TEST_F(RoutingDistributionTest, BroadcastTowardsUnknownAddressesGoesOutByEveryInterfaceThatIsNotStrict) {
   auto netbios = service_of("netbios", {params_set(engines.udp, {}, {{137, 137}}, 1)});
-  AddToRouting(Written(*netbios, one("a9", "10.0.0.9"), hosts("*", {kEverything})));
+  AddToRouting(Written(*netbios, one("a9", "10.0.0.9"), address_of("*", {kEverything})));
   ASSERT_EQ(rules_of(*a).size(), 1u);
   RuleBroadcast* broadcast = dynamic_cast<RuleBroadcast*>(rules_of(*a)[0]);
   ASSERT_NE(broadcast, nullptr);
