@@ -1,6 +1,7 @@
 #include "policy/policy.h"
 
 #include <cstring>
+#include <fstream>
 #include <iostream>
 #include <vector>
 
@@ -276,6 +277,7 @@ int Policy::Verify(Ferrowall& screen, std::ostream& out, Registry& registry) {
   }
   errors += ResolveReferences(out, registry);
   if (errors == 0) errors += SetSecurityParameters(screen);
+  if (errors == 0) errors += GenerateProxyConfigs(screen);
   if (errors == 0) errors += CheckTranslations();
   // Each rule is compared with the rules behind it only, so a conflicting
   // pair is reported once; a rule in conflict with several counts once.
@@ -284,6 +286,15 @@ int Policy::Verify(Ferrowall& screen, std::ostream& out, Registry& registry) {
       if (static_cast<Rule*>(cell->Data())->Conflicts(cell->Next(), screen) != 0) ++errors;
   }
   return errors;
+}
+
+// The proxy daemons read their file at every start, so each file is written
+// on every compile: an empty one tells a daemon that it has nothing to relay.
+// No rule can name a proxy until the proxy clauses join the language, so
+// there is never more to write than the empty files.
+int Policy::GenerateProxyConfigs(const Ferrowall&) const {
+  for (const char* name : {"ftpp.conf", "httpp.conf", "smtpp.conf", "telnetp.conf"}) std::ofstream file(name);
+  return 0;
 }
 
 void Policy::SetHARules(Entity& address) {

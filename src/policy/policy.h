@@ -85,6 +85,9 @@ class Policy : public Entity {
   // number of problems it reported.
   int Verify(Ferrowall& screen, std::ostream& out, Registry& registry);
   void SetHARules(Entity& ha_address);
+  // Opens "ftpp.conf", "httpp.conf", "smtpp.conf" and "telnetp.conf" in the
+  // current directory, emptying what they held.  Always 0.
+  int GenerateProxyConfigs(const Ferrowall& screen) const;
   // The rules of the remote access entries, or null when they can't be made.
   TList<Entity>* GenerateAdminRules(Ferrowall& screen, Registry& registry);
 

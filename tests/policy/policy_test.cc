@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <stdlib.h>
+
+#include <filesystem>
+#include <fstream>
 #include <sstream>
 #include <string>
 
@@ -96,13 +100,38 @@ TEST(PolicyVerifyTest, RemoteAccessNeedsAnEnabledInterface) {
             "Error: No enabled (Routing or Admin) Interfaces specified with remote admin rules.\n");
 }
 
-TEST(PolicyVerifyTest, EmptyPolicyVerifies) {
+// Verification writes the proxy files into the current directory, so the
+// test that reaches that stage runs in a directory of its own.
+class PolicyVerifyInScratchTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    previous_ = std::filesystem::current_path();
+    std::string pattern = (std::filesystem::temp_directory_path() / "fw_policy_XXXXXX").string();
+    scratch_ = mkdtemp(pattern.data());
+    std::filesystem::current_path(scratch_);
+  }
+  void TearDown() override {
+    std::filesystem::current_path(previous_);
+    std::filesystem::remove_all(scratch_);
+  }
+
+ private:
+  std::filesystem::path previous_;
+  std::filesystem::path scratch_;
+};
+
+TEST_F(PolicyVerifyInScratchTest, EmptyPolicyVerifiesAndEmptiesTheFourProxyFiles) {
+  std::ofstream("ftpp.conf") << "21\n1\n";
   Policy policy(new FWFile(nullptr, nullptr));
   Registry registry;
   Ferrowall screen("gate");
   std::ostringstream out;
   EXPECT_EQ(policy.Verify(screen, out, registry), 0);
   EXPECT_EQ(out.str(), "");
+  for (const char* name : {"ftpp.conf", "httpp.conf", "smtpp.conf", "telnetp.conf"}) {
+    EXPECT_TRUE(std::filesystem::exists(name)) << name;
+    EXPECT_EQ(std::filesystem::file_size(name), 0u) << name;
+  }
 }
 
 }  // namespace
