@@ -50,7 +50,8 @@ Registry::Registry()
       unknown_clk_(NewKnownAddress("UnknownCLKAddresses")),
       star_(new Address("*", 0u, 0xFFFFFFFFu, nullptr, nullptr, RS_ADDRESSES)),
       localhost_(new AddressList("localhost", nullptr, nullptr, nullptr, nullptr)),
-      alien_data_(new TList<char>) {
+      alien_data_(new TList<char>),
+      ha_rules_(new TList<Entity>) {
   AddBuiltInObjects();
 }
 
@@ -158,6 +159,8 @@ Registry::~Registry() {
     delete known;
   for (TList_Cell<char>* cell = alien_data_->Head(); cell != nullptr; cell = cell->Next()) free(cell->Data());
   delete alien_data_;
+  ha_rules_->Delete_Data();
+  delete ha_rules_;
 }
 
 Address* Registry::NewKnownAddress(const char* name) {

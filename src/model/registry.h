@@ -263,6 +263,7 @@ class Registry : public Entity {
   Address* star_;
   AddressList* localhost_;
   TList<char>* alien_data_;
+  TList<Entity>* ha_rules_;  // the rules AddHARules made, owned
   Interface* reverse_admin_ = nullptr;
   Interface* reverse_gwy_ = nullptr;
   // Whether the root and the trusted special group exist.

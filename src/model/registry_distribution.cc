@@ -113,8 +113,10 @@ int Registry::AddHARules(Ferrowall& screen) {
     interface->Add(*administer, *this, *gwy_interfaces_, *unknown_gwy_);
     interface->Add(*beat, *this, *gwy_interfaces_, *unknown_gwy_);
   }
-  delete administer;
-  delete beat;
+  // The copies on the interfaces lead back to these two as their origin, so
+  // they live as long as the store.
+  ha_rules_->Append(*administer);
+  ha_rules_->Append(*beat);
   return 0;
 }
 
