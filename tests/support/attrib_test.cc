@@ -166,19 +166,6 @@ TEST(AttribParseTest, ConstructorWithoutRemainderLogsTheLeftover) {
   EXPECT_NE(text.find("attrib: unparsable input 'oops'"), std::string::npos) << text;
 }
 
-TEST(AttribTest, ConstructorsStoreNumbersAsText) {
-  attrib s("n", -5L);
-  EXPECT_EQ(s.type, attr_signed32);
-  EXPECT_EQ(s.value, "-5");
-  attrib u("n", 4000000000UL);
-  EXPECT_EQ(u.type, attr_unsigned32);
-  EXPECT_EQ(u.value, "4000000000");
-  attrib t(attr_utime, "t", 12UL);
-  EXPECT_EQ(t.printable(), "t:utime=12; ");
-  attrib st(attr_struct, "s", new attrib(attr_ascii, "c", Xstring("1")));
-  EXPECT_EQ(st.printable(), "s:struct={ c:ascii=1; }; ");
-}
-
 TEST(AttribTest, CopyIsDeepButStopsAtNext) {
   Xstring remainder;
   attrib list("s:struct={ c:ascii=1; }; t:ascii=2;", remainder);
@@ -190,20 +177,6 @@ TEST(AttribTest, CopyIsDeepButStopsAtNext) {
   EXPECT_TRUE(same_list(all, &list));
   EXPECT_NE(all->children, list.children);
   all->reap();
-}
-
-TEST(AttribTest, AppendAndFind) {
-  attrib list(attr_ascii, "a", Xstring("1"));
-  list.append(new attrib(attr_ascii, "b", Xstring("2")));
-  list.append(new attrib(attr_ascii, "b", Xstring("3")));
-  EXPECT_EQ(list.find("b")->value, "2");
-  EXPECT_EQ(list.find("B"), nullptr);
-  EXPECT_EQ(list.find("a"), &list);
-}
-
-TEST(AttribTest, UnknownTypeValuesPrintAsNumbers) {
-  EXPECT_STREQ(attrib_type_printable(attr_utf8), "utf8");
-  EXPECT_STREQ(attrib_type_printable(12), "type#12");
 }
 
 class AttribMatchTest : public testing::Test {
