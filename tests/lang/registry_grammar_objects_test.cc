@@ -106,28 +106,6 @@ TEST(InterfaceGrammarTest, NamesAreUniqueAcrossAllLists) {
   EXPECT_EQ(Names(parsed.registry().GWYInterfaces()), "le0 le0 ");
 }
 
-TEST(RegistryGrammarTest, OptionsOutOfPlaceAreSyntaxErrors) {
-  const struct {
-    const char* text;
-    const char* token;
-  } cases[] = {
-      {"e STATE_ENGINE i l 1 2 3 4 ;", "1"},
-      {"e STATE_ENGINE SCREEN s ;", "SCREEN"},
-      {"i INTERFACE ADMIN a LOG ;", ";"},
-      {"i INTERFACE ADMIN a LOG NONE ;", "NONE"},
-      {"i INTERFACE ADMIN a SNMP LOG_DETAIL ;", "LOG_DETAIL"},
-      {"i INTERFACE ADMIN a COMPLETE ;", "COMPLETE"},
-      {"i INTERFACE DISABLED a LOG_DETAIL ;", "LOG_DETAIL"},
-      {"i INTERFACE ROUTING a ;", "ROUTING"},
-      {"s SCREEN DNS ROUTING ;", "ROUTING"},
-      {"s SCREEN SCREEN x ;", "SCREEN"},
-      {"s SCREEN COMMENT c 10.0.0.1 ;", "10.0.0.1"},
-      {"s SCREEN 10.0.0.1 HA_ADMIN_IP 10.0.0.2 ;", "HA_ADMIN_IP"},
-      {"s SCREEN HA_ADMIN_IP x ;", "x"},
-  };
-  for (const auto& c : cases) ExpectSyntaxError(c.text, c.token);
-}
-
 TEST(ScreenGrammarTest, EveryOptionInItsPlace) {
   ParsedConfiguration parsed(
       "gate SCREEN ADMIN_IP 10.0.0.1 IKE \"DES\" \"MD5\" 2 \"PRE-SHARED\" cert ESP \"3DES\" \"NONE\" AH \"SHA1\"\n"

@@ -194,27 +194,23 @@ class AttribMatchTest : public testing::Test {
 
 TEST_F(AttribMatchTest, EveryPatternElementNeedsAPartner) {
   EXPECT_TRUE(list_.match(nullptr));
-  EXPECT_TRUE(matches("name:utf8=\"x\";"));
-  EXPECT_TRUE(matches("name:ascii=\"x\"; n:unsigned32=3;"));
-  EXPECT_FALSE(matches("name:ascii=\"x\"; missing:ascii=1;"));
-  EXPECT_FALSE(matches("name:ascii=\"y\";"));
-}
-
-TEST_F(AttribMatchTest, UnknownTypeMatchesByNameAlone) {
-  EXPECT_TRUE(matches("n:unknown=; s:unknown=zz;"));
-}
-
-TEST_F(AttribMatchTest, LaterElementOfTheSameNameMayFit) { EXPECT_TRUE(matches("v:ascii=2;")); }
-
-TEST_F(AttribMatchTest, TextAgainstNonTextEndsTheWholeMatch) {
-  EXPECT_FALSE(matches("n:ascii=3;"));
-  EXPECT_FALSE(matches("v:signed32=2;"));
-}
-
-TEST_F(AttribMatchTest, ChildrenMatchRecursively) {
-  EXPECT_TRUE(matches("s:struct={ d:ascii=5; };"));
-  EXPECT_FALSE(matches("s:struct={ d:ascii=6; };"));
-  EXPECT_FALSE(matches("n:unsigned32={ d:ascii=5; };"));
+  const struct {
+    const char* pattern;
+    bool matches;
+  } cases[] = {
+      {"name:utf8=\"x\";", true},
+      {"name:ascii=\"x\"; n:unsigned32=3;", true},
+      {"name:ascii=\"x\"; missing:ascii=1;", false},
+      {"name:ascii=\"y\";", false},
+      {"n:unknown=; s:unknown=zz;", true},  // an unknown type matches by name alone
+      {"v:ascii=2;", true},                 // a later element of the same name may fit
+      {"n:ascii=3;", false},                // text against non-text ends the whole match
+      {"v:signed32=2;", false},
+      {"s:struct={ d:ascii=5; };", true},  // children match recursively
+      {"s:struct={ d:ascii=6; };", false},
+      {"n:unsigned32={ d:ascii=5; };", false},
+  };
+  for (const auto& c : cases) EXPECT_EQ(matches(c.pattern), c.matches) << c.pattern;
 }
 
 TEST(AttribRemoveTest, TakesOutEveryEqualElementBehindTheFirst) {
