@@ -160,7 +160,9 @@ TEST(ScannerRangeTest, RangeBoundsAndMaskStyle) {
     ASSERT_EQ(tokens.size(), 1u) << c.source;
     EXPECT_EQ(tokens[0].number, Ip(c.start)) << c.source;
     EXPECT_EQ(tokens[0].end, Ip(c.end)) << c.source;
-    if (c.style >= 0) EXPECT_EQ(tokens[0].style, c.style) << c.source;
+    if (c.style >= 0) {
+      EXPECT_EQ(tokens[0].style, c.style) << c.source;
+    }
   }
 }
 
