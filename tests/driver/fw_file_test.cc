@@ -15,14 +15,6 @@ std::string Take(char* text) {
   return copy;
 }
 
-TEST(FWFileNamingTest, BasenameStopsAtTheFirstPoint) {
-  FWFile file(nullptr, "x.y.z");
-  EXPECT_STREQ(file.Basename(), "x");
-  EXPECT_STREQ(file.Directory(), "");
-  EXPECT_EQ(Take(file.Verspath()), "x.y.z");
-  EXPECT_EQ(Take(file.Basepath()), "x");
-}
-
 TEST(FWFileNamingTest, StandardInputHasNoPaths) {
   FWFile file(nullptr, nullptr);
   EXPECT_STREQ(file.Basename(), "<stdin>");

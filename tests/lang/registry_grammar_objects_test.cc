@@ -65,8 +65,6 @@ TEST(StateEngineGrammarTest, InternalAndUsedEngines) {
   StateEngine* back = parsed.Find<StateEngine>(parsed.registry().StateEngines(), "back");
   EXPECT_EQ(back->Forward(), 0);
   EXPECT_EQ(back->Reverse(), 1);
-  ExpectSyntaxError("e STATE_ENGINE i l 1 2 3 4 ;", "1");
-  ExpectSyntaxError("e STATE_ENGINE SCREEN s ;", "SCREEN");
 }
 
 TEST(InterfaceGrammarTest, EveryKindWithItsOptions) {
@@ -106,15 +104,6 @@ TEST(InterfaceGrammarTest, NamesAreUniqueAcrossAllLists) {
   ASSERT_EQ(parsed.result, 0);
   EXPECT_EQ(Names(parsed.registry().AdminInterfaces()), "");
   EXPECT_EQ(Names(parsed.registry().GWYInterfaces()), "le0 le0 ");
-}
-
-TEST(InterfaceGrammarTest, OptionSyntax) {
-  ExpectSyntaxError("i INTERFACE ADMIN a LOG ;", ";");
-  ExpectSyntaxError("i INTERFACE ADMIN a LOG NONE ;", "NONE");
-  ExpectSyntaxError("i INTERFACE ADMIN a SNMP LOG_DETAIL ;", "LOG_DETAIL");
-  ExpectSyntaxError("i INTERFACE ADMIN a COMPLETE ;", "COMPLETE");
-  ExpectSyntaxError("i INTERFACE DISABLED a LOG_DETAIL ;", "LOG_DETAIL");
-  ExpectSyntaxError("i INTERFACE ROUTING a ;", "ROUTING");
 }
 
 TEST(ScreenGrammarTest, EveryOptionInItsPlace) {
@@ -163,14 +152,6 @@ TEST(ScreenGrammarTest, IkeWithoutAlgorithmsRegistersNothing) {
   EXPECT_TRUE(gate->Refer(CO_CERTIFICATE, "cert", 0));
   EXPECT_EQ(gate->CLKNetwork()->Style(), RS_PREFIX);
   EXPECT_EQ(gate->CLKNetwork()->End(), 0x0AFFFFFFu);
-}
-
-TEST(ScreenGrammarTest, OptionsOutOfOrder) {
-  ExpectSyntaxError("s SCREEN DNS ROUTING ;", "ROUTING");
-  ExpectSyntaxError("s SCREEN SCREEN x ;", "SCREEN");
-  ExpectSyntaxError("s SCREEN COMMENT c 10.0.0.1 ;", "10.0.0.1");
-  ExpectSyntaxError("s SCREEN 10.0.0.1 HA_ADMIN_IP 10.0.0.2 ;", "HA_ADMIN_IP");
-  ExpectSyntaxError("s SCREEN HA_ADMIN_IP x ;", "x");
 }
 
 TEST(GrammarStackTest, ListsLongerThanTheStackOverflow) {

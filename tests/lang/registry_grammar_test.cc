@@ -1,5 +1,6 @@
 // The statements that fill the registry: what each builds, where it is
-// stored, and which token the first syntax error names.
+// stored, and which token the first syntax error names (for every kind of
+// statement).
 #include <gtest/gtest.h>
 
 #include <sstream>
@@ -132,6 +133,19 @@ TEST(RegistryGrammarTest, SyntaxErrorsNameTheFirstWrongToken) {
   ExpectSyntaxError("; a ADDRESS ;", ";");
   ExpectSyntaxError("  @indented\n", "@");
   ExpectSyntaxError("a NETMASK ;", "NETMASK");
+  ExpectSyntaxError("e STATE_ENGINE i l 1 2 3 4 ;", "1");
+  ExpectSyntaxError("e STATE_ENGINE SCREEN s ;", "SCREEN");
+  ExpectSyntaxError("i INTERFACE ADMIN a LOG ;", ";");
+  ExpectSyntaxError("i INTERFACE ADMIN a LOG NONE ;", "NONE");
+  ExpectSyntaxError("i INTERFACE ADMIN a SNMP LOG_DETAIL ;", "LOG_DETAIL");
+  ExpectSyntaxError("i INTERFACE ADMIN a COMPLETE ;", "COMPLETE");
+  ExpectSyntaxError("i INTERFACE DISABLED a LOG_DETAIL ;", "LOG_DETAIL");
+  ExpectSyntaxError("i INTERFACE ROUTING a ;", "ROUTING");
+  ExpectSyntaxError("s SCREEN DNS ROUTING ;", "ROUTING");
+  ExpectSyntaxError("s SCREEN SCREEN x ;", "SCREEN");
+  ExpectSyntaxError("s SCREEN COMMENT c 10.0.0.1 ;", "10.0.0.1");
+  ExpectSyntaxError("s SCREEN 10.0.0.1 HA_ADMIN_IP 10.0.0.2 ;", "HA_ADMIN_IP");
+  ExpectSyntaxError("s SCREEN HA_ADMIN_IP x ;", "x");
 }
 
 TEST(RegistryGrammarTest, ObjectsBeforeTheErrorStay) {

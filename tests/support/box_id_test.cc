@@ -18,14 +18,6 @@ std::string hex(const skip_keyid& keyid) {
   return text;
 }
 
-TEST(SkipKeyIdTest, DottedAddressInIpv4NameSpaceNeedsNoLookup) {
-  FakeHostDevices host;
-  skip_keyid keyid;
-  ASSERT_EQ(skip_s_to_keyid("10.0.0.1", 1, &keyid), 0);
-  EXPECT_EQ(hex(keyid), "0a000001");
-  EXPECT_EQ(skip_s_to_keyid("1.2.3.999", 1, &keyid), -1);
-}
-
 TEST(SkipKeyIdTest, HostNameOnlyInIpv4NameSpacesAndNotForHexText) {
   FakeHostDevices host;
   host.hosts["gw"] = {192, 168, 1, 2};
@@ -41,21 +33,26 @@ TEST(SkipKeyIdTest, HostNameOnlyInIpv4NameSpacesAndNotForHexText) {
   EXPECT_EQ(skip_s_to_keyid("gateway", 2, &keyid), -1);
 }
 
-TEST(SkipKeyIdTest, ShortHexIsRightAlignedWithZerosInFront) {
+TEST(SkipKeyIdTest, AcceptedTextsAndTheirKeyBytes) {
+  FakeHostDevices host;
+  const struct {
+    const char* text;
+    int name_space;
+    const char* key;
+  } cases[] = {
+      {"10.0.0.1", 1, "0a000001"},  // a dotted address needs no lookup
+      {"0xABC", 8, "00000000000000000000000000000abc"},  // short hex is right aligned
+      {"5", 2, "00000005"},
+      {"0Xa0b0c0d0e0f0", 7, "a0b0c0d0e0f0"},
+      {"ff zz", 2, "000000ff"},  // only the first word counts
+  };
+  for (const auto& c : cases) {
+    skip_keyid keyid;
+    ASSERT_EQ(skip_s_to_keyid(c.text, c.name_space, &keyid), 0) << c.text;
+    EXPECT_EQ(hex(keyid), c.key) << c.text;
+  }
   skip_keyid keyid;
-  ASSERT_EQ(skip_s_to_keyid("0xABC", 8, &keyid), 0);
-  EXPECT_EQ(keyid.length, 16);
-  EXPECT_EQ(hex(keyid), "00000000000000000000000000000abc");
-  ASSERT_EQ(skip_s_to_keyid("5", 2, &keyid), 0);
-  EXPECT_EQ(hex(keyid), "00000005");
-  ASSERT_EQ(skip_s_to_keyid("0Xa0b0c0d0e0f0", 7, &keyid), 0);
-  EXPECT_EQ(hex(keyid), "a0b0c0d0e0f0");
-}
-
-TEST(SkipKeyIdTest, OnlyTheFirstWordCounts) {
-  skip_keyid keyid;
-  ASSERT_EQ(skip_s_to_keyid("ff zz", 2, &keyid), 0);
-  EXPECT_EQ(hex(keyid), "000000ff");
+  EXPECT_EQ(skip_s_to_keyid("1.2.3.999", 1, &keyid), -1);
 }
 
 TEST(SkipKeyIdTest, RejectsTooLongBadDigitsAndBadNameSpaces) {

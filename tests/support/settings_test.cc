@@ -47,11 +47,6 @@ TEST_F(SettingsTest, DebugLevels) {
   EXPECT_EQ(spewit, 1);
 }
 
-TEST_F(SettingsTest, EtcDirectoryFromTheEnvironment) {
-  set_from_env();
-  EXPECT_EQ(std::string(etc_path), etc_);
-}
-
 TEST_F(SettingsTest, LocationFileMovesTheBaseAndItsDirectories) {
   WriteLocation("/opt/moved  \n");
   set_from_env();

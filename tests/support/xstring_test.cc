@@ -30,18 +30,6 @@ TEST(XstringTest, ConcatenationTreatsNullAsEmptyUnlessBothAreNull) {
   EXPECT_EQ(text.length(), 4u);
 }
 
-TEST(XstringTest, BytesWithLengthAndAssignment) {
-  Xstring cut("abcdef", 3);
-  EXPECT_EQ(cut, "abc");
-  Xstring copy;
-  copy = cut;
-  EXPECT_EQ(copy, cut);
-  copy = Xstring();
-  EXPECT_TRUE(copy.isnull());
-  copy = copy;
-  EXPECT_TRUE(copy.isnull());
-}
-
 TEST(XstringTest, ScrubZeroesTheBytes) {
   Xstring secret("key");
   secret.scrub();
