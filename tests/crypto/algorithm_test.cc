@@ -56,9 +56,13 @@ TEST(AlgorithmValueTest, UnknownNamesAreMinusOne) {
   EXPECT_EQ(skip_value_of("AES", ALG_DATA, SKIP_V2), -1);
 }
 
-TEST(AlgorithmInstalledTest, IkePhaseOneTakesOnlyItsListOfNames) {
+TEST(AlgorithmInstalledTest, IkePhaseOneNamesAndListedSkipKeysNeedNoModule) {
   FakeHostDevices host;  // an IPsec module that runs nothing
+  host.key_lists[0][1] = 1;
   std::ostringstream out;
+  Algorithm des("des-cbc", ALG_KEY, SKIP_V2);
+  des.GetValue();
+  EXPECT_EQ(des.IsInstalled(out), 0);
   EXPECT_EQ(ipsec("blowfish", ALG_ENCRYPTION, IKE_PHASE_IKE)->IsInstalled(out), 0);
   EXPECT_EQ(ipsec("sha1", ALG_AUTHENTICATION, IKE_PHASE_IKE)->IsInstalled(out), 0);
   EXPECT_EQ(ipsec("RSA-SIGNATURES", ALG_COMPRESSION, IKE_PHASE_IKE)->IsInstalled(out), 0);
@@ -104,16 +108,6 @@ TEST(AlgorithmInstalledTest, PackageOfA64BitKernelEndsInX) {
   EXPECT_EQ(des.IsInstalled(out), 1);
   EXPECT_NE(out.str().find("uses the SKIP encryption algorithm DES-CBC,\n"), std::string::npos);
   EXPECT_NE(out.str().find("from the package FWPKdesx.\n"), std::string::npos);
-}
-
-TEST(AlgorithmInstalledTest, SkipAlgorithmInTheDevicesList) {
-  FakeHostDevices host;
-  host.key_lists[0][1] = 1;
-  Algorithm des("des-cbc", ALG_KEY, SKIP_V2);
-  des.GetValue();
-  std::ostringstream out;
-  EXPECT_EQ(des.IsInstalled(out), 0);
-  EXPECT_EQ(out.str(), "");
 }
 
 TEST(AlgorithmInstalledTest, AlgorithmWithoutPackageStillGetsAWholeMessage) {

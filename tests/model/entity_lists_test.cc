@@ -31,18 +31,17 @@ class OrderedEntityListTest : public testing::Test {
   OrderedEntityList list;
 };
 
-TEST_F(OrderedEntityListTest, MoveEndsAtTheTargetPosition) {
+TEST_F(OrderedEntityListTest, MoveEndsAtTheTargetPositionClampedToTheList) {
   list.Move(1, 3);
   EXPECT_EQ(Names(list.Items()), "bcad");
   list.Move(4, 1);
   EXPECT_EQ(Names(list.Items()), "dbca");
-}
-
-TEST_F(OrderedEntityListTest, MoveClampsAndKeepsASamePosition) {
   list.Move(3, 3);
-  EXPECT_EQ(Names(list.Items()), "abcd");
   list.Move(0, 99);
-  EXPECT_EQ(Names(list.Items()), "bcda");
+  EXPECT_EQ(Names(list.Items()), "bcad");
+  OrderedEntityList empty;
+  empty.Move(1, 2);
+  EXPECT_TRUE(empty.Items().Empty());
 }
 
 TEST_F(OrderedEntityListTest, InsertPositions) {
@@ -61,12 +60,6 @@ TEST_F(OrderedEntityListTest, EnumerateNumWritesOnlyInsideTheList) {
   list.EnumerateNum(out, 5);
   list.EnumerateNum(out, 2);
   EXPECT_EQ(out.str(), "\"b\";\n");
-}
-
-TEST(OrderedEntityListEmptyTest, MoveOnEmptyListDoesNothing) {
-  OrderedEntityList list;
-  list.Move(1, 2);
-  EXPECT_TRUE(list.Items().Empty());
 }
 
 TEST(SortedEntityListTest, InsertsInNameOrder) {

@@ -17,21 +17,6 @@ struct OwnedList {
   }
 };
 
-TEST(EntityTest, NullNameBecomesEntity) {
-  Entity entity(nullptr, nullptr, nullptr, 0);
-  EXPECT_STREQ(entity.Name(), "ENTITY");
-  EXPECT_EQ(entity.Screen(), nullptr);
-}
-
-TEST(EntityTest, NameSetterIgnoresNullAndItsOwnString) {
-  Entity entity("a", nullptr, nullptr, 0);
-  entity.Name(nullptr);
-  entity.Name(entity.Name());
-  EXPECT_STREQ(entity.Name(), "a");
-  entity.Name("b");
-  EXPECT_STREQ(entity.Name(), "b");
-}
-
 TEST(EntityLookupTest, ExactModeTestsTheScreenAnyModeDoesNot) {
   OwnedList owned;
   Entity& bound = owned.Add("web", "s1");

@@ -136,11 +136,6 @@ class HARulesTest : public DistributionTest {
     EXPECT_EQ(secondary->Resolve(CO_SCREEN, registry.Screens(), errors), 0) << errors.str();
   }
 
-  void AddServices() {
-    registry.ServicesCompile(*Plain("HA administration").release());
-    registry.ServicesCompile(*Plain("HA heartbeat").release());
-  }
-
   int AddHARules(Ferrowall& screen) {
     testing::internal::CaptureStderr();
     int result = registry.AddHARules(screen);
@@ -155,51 +150,6 @@ class HARulesTest : public DistributionTest {
   Interface* r = nullptr;
   std::string errors;
 };
-
-TEST_F(HARulesTest, AdministrationAndHeartbeatReachTheHAAndTheReverseInterface) {
-  AddServices();
-  std::ostringstream out;
-  ASSERT_EQ(primary->Verify(registry, out), 0) << out.str();
-  ASSERT_EQ(AddHARules(*primary), 0) << errors;
-  EXPECT_EQ(errors, "");
-  EXPECT_TRUE(g->Rules().Empty());
-
-  // Administration comes from the primary's own HA address, so it enters by
-  // R alone; the heartbeat enters by H from the secondary and by R from the
-  // primary.  G = 0, H = 1, R = 2.
-  std::vector<Rule*> on_h = rules_of(*h);
-  ASSERT_EQ(on_h.size(), 2u);
-  EXPECT_STREQ(on_h[0]->SvcResolved()->Name(), "HA heartbeat");
-  EXPECT_EQ(ranges_of(on_h[0]->Source()), Ranges({"10.5.0.2"}));
-  EXPECT_EQ(ranges_of(on_h[0]->Destination()), Ranges({"10.5.0.2"}));
-  EXPECT_EQ(tags_of(*on_h[0]), Tags({1}));
-  EXPECT_EQ(ranges_of(on_h[1]->Destination()), Ranges({"10.5.0.1"}));
-  EXPECT_EQ(tags_of(*on_h[1]), Tags({2}));
-
-  std::vector<Rule*> on_r = rules_of(*r);
-  ASSERT_EQ(on_r.size(), 4u);
-  const char* services[] = {"HA administration", "HA administration", "HA heartbeat", "HA heartbeat"};
-  const Ranges destinations[] = {
-      {"10.5.0.0", "10.5.0.2-10.5.0.255"}, {"10.5.0.1"}, {"10.5.0.2"}, {"10.5.0.1"}};
-  for (size_t i = 0; i < on_r.size(); ++i) {
-    EXPECT_STREQ(on_r[i]->SvcResolved()->Name(), services[i]);
-    EXPECT_EQ(ranges_of(on_r[i]->Source()), Ranges({"10.5.0.1"}));
-    EXPECT_EQ(ranges_of(on_r[i]->Destination()), destinations[i]) << i;
-    EXPECT_EQ(tags_of(*on_r[i]), Tags({i % 2 == 0 ? 1 : 2}));
-  }
-  for (Rule* rule : on_h) EXPECT_EQ(rule->HAValue(), 1);
-  for (Rule* rule : on_r) EXPECT_EQ(rule->HAValue(), 1);
-  EXPECT_EQ(on_r[0]->Action(), ACTION_ALLOW);
-}
-
-TEST_F(HARulesTest, SecondaryMakesTheSameRulesFromItsPrimary) {
-  AddServices();
-  std::ostringstream out;
-  ASSERT_EQ(secondary->Verify(registry, out), 0) << out.str();
-  ASSERT_EQ(AddHARules(*secondary), 0) << errors;
-  EXPECT_EQ(rules_of(*r).size(), 4u);
-  EXPECT_EQ(ranges_of(rules_of(*r)[0]->Source()), Ranges({"10.5.0.1"}));
-}
 
 TEST_F(HARulesTest, EachMissingPieceIsReportedAndFails) {
   std::ostringstream out;

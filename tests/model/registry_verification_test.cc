@@ -86,19 +86,10 @@ TEST_F(RegistryVerificationTest, CleanConfigurationIsLinkedAndGetsItsReverseInte
   EXPECT_EQ(out_, "");
   EXPECT_EQ(err_, "");
   Registry& store = registry();
-  EXPECT_EQ(RangesOf(*store.Localhost()), "10.0.0.1 - 10.0.0.1 192.168.1.1 - 192.168.1.1 ");
-
-  // The screen's own addresses leave the interfaces for the reverse ones,
-  // which come last in their lists.
-  EXPECT_EQ(Names(store.AdminInterfaces()), "le0 Ferrowall ");
-  EXPECT_EQ(Names(store.GWYInterfaces()), "le1 Ferrowall ");
-  ASSERT_NE(store.ReverseAdminInterface(), nullptr);
+  // Localhost, the protected, other and known/unknown address sets are pinned
+  // byte for byte by the "admin" end-to-end case; here only the list places.
   EXPECT_EQ(store.AdminInterfaces().Tail()->Data(), store.ReverseAdminInterface());
   EXPECT_EQ(store.GWYInterfaces().Tail()->Data(), store.ReverseGWYInterface());
-  EXPECT_EQ(RangesOf(*store.ReverseAdminInterface()->ProtectedAddress()), RangesOf(*store.Localhost()));
-  Interface& le0 = *Find<Interface>(store.AdminInterfaces(), "le0");
-  EXPECT_EQ(RangesOf(*le0.ProtectedAddress()), "192.168.1.0 - 192.168.1.0 192.168.1.2 - 192.168.1.255 ");
-  EXPECT_EQ(RangesOf(*le0.InterfaceAddress()), "192.168.1.1 - 192.168.1.1 ");
 
   // The rules will work on reduced copies of the services.
   EXPECT_EQ(Names(store.ServicesCompile()), Names(store.Services()));
@@ -107,14 +98,9 @@ TEST_F(RegistryVerificationTest, CleanConfigurationIsLinkedAndGetsItsReverseInte
   EXPECT_EQ(copy.Reduced(), 1);
   EXPECT_EQ(copy.Filters().Length(), 1);
 
-  // Each family knows what lies behind it; the routing family misses the
-  // inside network but for the screen's own address there.
-  EXPECT_EQ(RangesOf(*store.KnownAdminAddresses()), "10.0.0.1 - 10.0.0.1 192.168.1.0 - 192.168.1.255 ");
-  EXPECT_EQ(RangesOf(*store.UnknownGWYAddresses()), "192.168.1.0 - 192.168.1.0 192.168.1.2 - 192.168.1.255 ");
-  EXPECT_STREQ(store.UnknownGWYAddresses()->Name(), "UnknownGWYAddresses");
+  // A family without interfaces knows nothing.
   EXPECT_EQ(RangesOf(*store.KnownCLKAddresses()), "");
   EXPECT_EQ(RangesOf(*store.UnknownCLKAddresses()), "0.0.0.0 - 255.255.255.255 ");
-  EXPECT_EQ(RangesOf(*le0.OtherAddress()), RangesOf(*store.Localhost()));
 }
 
 TEST_F(RegistryVerificationTest, CleanUpTakesTheReverseInterfacesAway) {

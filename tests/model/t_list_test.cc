@@ -2,41 +2,35 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace {
 
-TEST(TListTest, AppendBehindTailOrNullIsTheSame) {
-  int a = 1, b = 2, c = 3;
-  TList<int> list;
-  list.Append(a);
-  list.Append(b, list.Tail());
-  list.Append(c, nullptr);
-  ASSERT_EQ(list.Length(), 3);
-  EXPECT_EQ(*list.Head()->Data(), 1);
-  EXPECT_EQ(*list.Head()->Next()->Data(), 2);
-  EXPECT_EQ(*list.Tail()->Data(), 3);
-  EXPECT_EQ(list.Tail()->Prior(), list.Head()->Next());
+std::string forward(const TList<int>& list) {
+  std::string text;
+  for (TList_Cell<int>* cell = list.Head(); cell != nullptr; cell = cell->Next()) text += std::to_string(*cell->Data());
+  return text;
 }
 
-TEST(TListTest, PrependBeforeHeadOrNullIsTheSame) {
-  int a = 1, b = 2, c = 3;
-  TList<int> list;
-  list.Prepend(a);
-  list.Prepend(b, list.Head());
-  list.Prepend(c, nullptr);
-  EXPECT_EQ(*list.Head()->Data(), 3);
-  EXPECT_EQ(*list.Head()->Next()->Data(), 2);
-  EXPECT_EQ(*list.Tail()->Data(), 1);
+std::string backward(const TList<int>& list) {
+  std::string text;
+  for (TList_Cell<int>* cell = list.Tail(); cell != nullptr; cell = cell->Prior()) text += std::to_string(*cell->Data());
+  return text;
 }
 
-TEST(TListTest, InsertInTheMiddleKeepsBothDirections) {
-  int a = 1, b = 2, c = 3;
+// A null or end cell means the end of the list; links must hold both ways.
+TEST(TListTest, InsertAtEndsAndInTheMiddleKeepsBothDirections) {
+  int one = 1, two = 2, three = 3, four = 4, five = 5;
   TList<int> list;
-  list.Append(a);
-  list.Append(c);
-  list.Append(b, list.Head());
-  EXPECT_EQ(*list.Head()->Next()->Data(), 2);
-  EXPECT_EQ(*list.Tail()->Prior()->Data(), 2);
-  EXPECT_EQ(list.Tail()->Prior()->Prior(), list.Head());
+  list.Append(two);
+  list.Append(four, list.Tail());
+  list.Append(five, nullptr);
+  list.Prepend(one, nullptr);
+  list.Append(three, list.Head()->Next());
+  EXPECT_EQ(forward(list), "12345");
+  EXPECT_EQ(backward(list), "54321");
+  list.Prepend(five, list.Head());
+  EXPECT_EQ(backward(list), "543215");
 }
 
 TEST(TListTest, DeletingTheOnlyCellEmptiesTheList) {

@@ -144,8 +144,6 @@ TEST_F(FilterParamsTest, ConsistencyCountsParameters) {
   Set wrong(params_set(engines_.tcp, {5, 6}, {{1, 1}}));
   EXPECT_EQ(right->Consistent(), 0);
   EXPECT_NE(wrong->Consistent(), 0);
-  right->Reverse();
-  EXPECT_EQ(right->Direction(), FD_REVERSE);
 }
 
 }  // namespace

@@ -326,16 +326,16 @@ TEST_F(ServiceTest, OrderByStateEngineIsStableAndLosesNothing) {
   With(service, engines_.tcp, {{4, 4}}, 0, {2});
   TList<Entity> priority;
   priority.Append(engines_.tcp);
+  auto order = [&service] {
+    std::string starts;
+    for (TList_Cell<FilterParams>* cell = service.Filters().Head(); cell; cell = cell->Next())
+      starts += std::to_string(cell->Data()->Ranges().Head()->Data()->Start());
+    return starts;
+  };
   service.OrderByStateEngine(priority);
-  std::string order;
-  for (TList_Cell<FilterParams>* cell = service.Filters().Head(); cell; cell = cell->Next())
-    order += std::to_string(cell->Data()->Ranges().Head()->Data()->Start());
-  EXPECT_EQ(order, "2413");
+  EXPECT_EQ(order(), "2413");
   service.OrderByStateEngine(engine_list_);
-  order.clear();
-  for (TList_Cell<FilterParams>* cell = service.Filters().Head(); cell; cell = cell->Next())
-    order += std::to_string(cell->Data()->Ranges().Head()->Data()->Start());
-  EXPECT_EQ(order, "2413");
+  EXPECT_EQ(order(), "2413");
 }
 
 TEST_F(ServiceTest, CopyIsUnresolvedButKeepsItsSets) {
