@@ -70,17 +70,6 @@ class InterfaceWriterTest : public testing::Test {
     return service;
   }
 
-  // A distributed rule of net0 towards the interfaces `tags`.
-  template <class RuleClass = Rule>
-  void AddRule(Service& service, const Address& destination, Action_Type action, Log_Type log,
-               SNMP_Type snmp, ICMP_Type icmp, int ha, Time* time, std::initializer_list<int> tags) {
-    Address& inside = *static_cast<Address*>(registry_.Addresses().Head()->Next()->Next()->Data());
-    Rule* rule = new RuleClass(service, inside, destination, nullptr, nullptr, nullptr, nullptr, action,
-                               log, snmp, icmp, ha, nullptr, time, nullptr, nullptr);
-    for (int tag : tags) rule->SetInterface(tag);
-    net0_->Rules().Append(*rule);
-  }
-
   Registry registry_;
   Ferrowall screen_{"gate"};
   StateEngine* tcp_ = nullptr;
@@ -104,120 +93,6 @@ const char kEngines[] =
     "STATE_ENGINE\ttcp_engine\t0\n"
     "STATE_ENGINE\tudp_engine\t1\n";
 const char kProgramEnd[] = "\t(void) default_fail();\n\thalt;\n}\n";
-
-TEST_F(InterfaceWriterTest, TableAndProgramOfAnInterfaceWithRules) {
-  Time* office = new Time("office", nullptr, nullptr, nullptr);
-  registry_.Times(*office);
-  ASSERT_EQ(office->UniqueId(), 1);
-  auto bad = address_of("bad", {{"192.168.1.66", "192.168.1.66"}});
-  auto broadcast = address_of("dmzbcast", {{"192.168.1.255", "192.168.1.255"}});
-  Address& dmz = *static_cast<Address*>(registry_.Addresses().Head()->Next()->Next()->Next()->Data());
-  Address& far = *static_cast<Address*>(registry_.Addresses().Tail()->Data());
-  AddRule(*www_, dmz, ACTION_ALLOW, LOG_NONE, SNMP_NONE, ICMP_NONE, 0, nullptr, {1});
-  AddRule(*www_, *bad, ACTION_DENY, LOG_DETAIL, SNMP_TRAP, ICMP_HOST_UNREACHABLE, 0, nullptr, {1});
-  AddRule(*dns_, dmz, ACTION_ALLOW, LOG_NONE, SNMP_NONE, ICMP_NONE, 0, office, {1});
-  AddRule<RuleBroadcast>(*netbios_, *broadcast, ACTION_ALLOW, LOG_NONE, SNMP_NONE, ICMP_NONE, 0, nullptr, {1});
-  // Towards an address no interface protects: every interface of the family.
-  AddRule(*www_, far, ACTION_ALLOW, LOG_SUMMARY, SNMP_NONE, ICMP_NONE, 1, nullptr, {1, 3});
-
-  ScratchDirectory directory;
-  InterfaceWriter::GenerateOutput(interface_in_, *net0_, registry_, registry_.AdminInterfaces(), screen_,
-                                  nullptr);
-  EXPECT_EQ(interface_in_.str(), "\"net0\" INTERFACE ADMIN \"inside\" LOG_SUMMARY SNMP ICMP_NET_FORBIDDEN ;\n");
-  EXPECT_EQ(contents("net0.data"),
-            std::string(kHead) +
-                "THIS_INTERFACE\taddr_0\n"
-                "RANGE_LIST\taddr_0\t10.0.0.0 - 10.0.0.255\t\n"
-                "OTHER_INTERFACES\taddr_1\n"
-                "RANGE_LIST\taddr_1\t\n" +
-                kRows + kEngines +
-                "LOCALHOST\n"
-                // allow: the service's lines follow the first rule that uses it
-                "RANGE_LIST\taddr_2\t10.0.0.0 - 10.0.0.255\t\n"
-                "RANGE_LIST\taddr_3\t192.168.1.0 - 192.168.1.255\t\n"
-                "ACTION\tPolicy_0\t0\t0\tNORMAL\n"
-                "RANGE_LIST\tsvc_0\t80 - 80\n"
-                "STATE_ENGINE_PARAMS\tFilter_0\t0\n"
-                // deny with log detail, SNMP and an ICMP reply
-                "RANGE_LIST\taddr_4\t10.0.0.0 - 10.0.0.255\t\n"
-                "RANGE_LIST\taddr_5\t192.168.1.66 - 192.168.1.66\t\n"
-                "ACTION\tPolicy_1\t2\t1\tFAIL\t2\n"
-                // timed
-                "RANGE_LIST\taddr_6\t10.0.0.0 - 10.0.0.255\t\n"
-                "RANGE_LIST\taddr_7\t192.168.1.0 - 192.168.1.255\t\n"
-                "ACTION\tPolicy_2\t0\t0\tNORMAL\n"
-                "RANGE_LIST\tsvc_1\t53 - 53\n"
-                "STATE_ENGINE_PARAMS\tFilter_1\n"
-                // broadcast part
-                "RANGE_LIST\taddr_8\t10.0.0.0 - 10.0.0.255\t\n"
-                "RANGE_LIST\taddr_9\t192.168.1.255 - 192.168.1.255\t\n"
-                "ACTION\tPolicy_3\t0\t0\tNORMAL\n"
-                "RANGE_LIST\tsvc_2\t137 - 138\n"
-                "STATE_ENGINE_PARAMS\tFilter_2\n"
-                // unknown address, with the HA flag
-                "RANGE_LIST\taddr_10\t10.0.0.0 - 10.0.0.255\t\n"
-                "RANGE_LIST\taddr_11\t172.16.0.0 - 172.16.255.255\t\n"
-                "ACTION\tPolicy_4\t1\t2\tNORMAL\n");
-  EXPECT_EQ(contents("net0.pfl"),
-            std::string(
-                "#include \"pfldefs.h\"\n"
-                "#include \"state_engines.h\"\n"
-                "#include \"net0.data.defs\"\n"
-                "screen()\n"
-                "{\n"
-                "\n"
-                "/*RULE\t\"www\"  \"inside\"  \"dmz\"  ALLOW*/\n"
-                "/* Output:1 */\n"
-                "/* Source: 10.0.0.0 - 10.0.0.255 */\n"
-                "/* Destination: 192.168.1.0 - 192.168.1.255 */\n"
-                "\tif (match(IP_dstaddr, addr_3)) {\n"
-                "\t\tif (match(IP_srcaddr, addr_2)) {\n"
-                "\t\t\ttcp_fwd(svc_0, 0, 1, Filter_0, Policy_0, 0x1)\n"
-                "\t\t}\n"
-                "\t}\n"
-                "/*RULE\t\"www\"  \"inside\"  \"bad\"  DENY LOG DETAIL SNMP ICMP HOST_UNREACHABLE*/\n"
-                "/* Output:1 */\n"
-                "/* Source: 10.0.0.0 - 10.0.0.255 */\n"
-                "/* Destination: 192.168.1.66 */\n"
-                "\tif (match(IP_dstaddr, addr_5)) {\n"
-                "\t\tif (match(IP_srcaddr, addr_4)) {\n"
-                "\t\t\ttcp_fwd(svc_0, 0, 0, Filter_0, Policy_1, 0x1)\n"
-                "\t\t}\n"
-                "\t}\n"
-                "/*RULE\t\"dns\"  \"inside\"  \"dmz\"  ALLOW TIME\t\"office\"*/\n"
-                "/* Output:1 */\n"
-                "/* Source: 10.0.0.0 - 10.0.0.255 */\n"
-                "/* Destination: 192.168.1.0 - 192.168.1.255 */\n"
-                "if (time_check(1)) {\n"
-                "\tif (match(IP_dstaddr, addr_7)) {\n"
-                "\t\tif (match(IP_srcaddr, addr_6)) {\n"
-                "\t\t\tudp_fwd(svc_1, 1, 1, Filter_1, Policy_2, 0x1)\n"
-                "\t\t}\n"
-                "\t}\n"
-                "}\n"
-                "/*RULE\t\"netbios\"  \"inside\"  \"dmzbcast\"  ALLOW*/\n"
-                "/* Output:1 */\n"
-                "/* Source: 10.0.0.0 - 10.0.0.255 */\n"
-                "/* Destination: 192.168.1.255 */\n"
-                "\tif (match(IP_dstaddr, addr_9)) {\n"
-                "\t\tif (match(IP_srcaddr, addr_8)) {\n"
-                "\t\t\tudp_fwd(svc_2, 1, 1, Filter_2, Policy_3, 0x1)\n"
-                "\t\t}\n"
-                "\t}\n"
-                "/*RULE\t\"www\"  \"inside\"  \"far\"  ALLOW LOG SUMMARY*/\n"
-                "/* Output:1 3 */\n"
-                "/* Source: 10.0.0.0 - 10.0.0.255 */\n"
-                "/* Destination: 172.16.0.0 - 172.16.255.255 */\n"
-                "\tif (match(IP_dstaddr, addr_11)) {\n"
-                "\t\tif (match(IP_srcaddr, addr_10)) {\n"
-                "\t\t\ttcp_fwd(svc_0, 0, 1, Filter_0, Policy_4, 0x80000a)\n"
-                "\t\t}\n"
-                "\t}\n") +
-                kProgramEnd);
-  std::ostringstream skip_v1;
-  InterfaceWriter::GenerateSkipV1Table(skip_v1, *net0_);
-  EXPECT_EQ(skip_v1.str(), "");
-}
 
 TEST_F(InterfaceWriterTest, ReverseInterfaceIsWrittenUnderTheRealName) {
   Interface* reverse = AddInterface("Ferrowall", "far", INTERFACE_ADMIN, LOG_NONE, SNMP_NONE, ICMP_NONE);

@@ -62,21 +62,6 @@ class ScreenFilesWriterTest : public testing::Test {
   std::ostringstream warnings_;
 };
 
-TEST_F(ScreenFilesWriterTest, ScreenFileShowsRoleMasterReceiversAndLogSize) {
-  AddScreen("boss", FerrowallSettings());
-  FerrowallSettings settings;
-  settings.ha_primary = 1;
-  settings.master = "boss";
-  settings.snmp_recipients = receivers(3);
-  Ferrowall& screen = AddScreen("gate", settings);
-  ResolveScreens();
-  EXPECT_EQ(ScreenFile(screen),
-            "HA primary\nMASTER boss\nSNMP_ALERTS 10.0.0.1 10.0.0.2 10.0.0.3\nLOG_SIZE 0\n");
-  EXPECT_EQ(warnings_.str(), "");
-  // Receivers without a timer: no snmp_timer file.
-  EXPECT_FALSE(ScreenFilesWriter::WantsSNMPTimer(screen));
-}
-
 TEST_F(ScreenFilesWriterTest, SixReceiversAreCutToFiveWithOneWarning) {
   FerrowallSettings settings;
   settings.ha_secondary = 1;
