@@ -57,24 +57,9 @@ void CertificateList::CleanUp() {
   exclusions_ = new TList<CertData>;
 }
 
-int CertificateList::MembersReachOrigin(Entity& origin) {
-  for (TList<Entity>* members : {included_, excluded_})
-    for (TList_Cell<Entity>* cell = members->Head(); cell != nullptr; cell = cell->Next())
-      if (cell->Data()->DetectCycle(origin)) return 1;
-  return 0;
-}
+int CertificateList::DetectCycle() { return DetectCycleFromMembers({included_, excluded_}); }
 
-int CertificateList::DetectCycle() {
-  Used(1);
-  return MembersReachOrigin(*this);
-}
-
-int CertificateList::DetectCycle(Entity& origin) {
-  if (this == &origin) return 1;
-  if (Used()) return 0;
-  Used(1);
-  return MembersReachOrigin(origin);
-}
+int CertificateList::DetectCycle(Entity& origin) { return DetectCycleThroughMembers(origin, {included_, excluded_}); }
 
 int CertificateList::Resolve(Config_Objects kind, TList<Entity>& list, std::ostream& out) {
   if (kind != CO_CERTIFICATE) return Certificate::Resolve(kind, list, out);
@@ -82,8 +67,8 @@ int CertificateList::Resolve(Config_Objects kind, TList<Entity>& list, std::ostr
   delete excluded_;
   included_ = new TList<Entity>;
   excluded_ = new TList<Entity>;
-  return Resolve_Names(*includes_, *included_, list, "CERTIFICATE", out) +
-         Resolve_Names(*excludes_, *excluded_, list, "CERTIFICATE", out);
+  int misses = Resolve_Names(*includes_, *included_, list, "CERTIFICATE", out);
+  return misses + Resolve_Names(*excludes_, *excluded_, list, "CERTIFICATE", out);
 }
 
 IPSEC_TYPE CertificateList::IPsecType() {

@@ -52,7 +52,7 @@ class CertificateList : public Certificate {
  private:
   // Reduces a member and refuses a group with exclusions; null on failure.
   Certificate* ReducedMember(Entity& member, bool excluding);
-  int MembersReachOrigin(Entity& origin);
+
 
   TList<Entity>* includes_;
   TList<Entity>* excludes_;

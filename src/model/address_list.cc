@@ -8,13 +8,6 @@ TList<Entity>* list_or_empty(TList<Entity>* list) {
   return list != nullptr ? list : new TList<Entity>;
 }
 
-int any_member_reaches(TList<Entity>* members, Entity& start) {
-  if (members == nullptr) return 0;
-  for (TList_Cell<Entity>* cell = members->Head(); cell != nullptr; cell = cell->Next())
-    if (cell->Data()->DetectCycle(start)) return 1;
-  return 0;
-}
-
 // Calls `apply` with the reduced set of each member, in order.
 template <class Apply>
 void for_each_reduced(TList<Entity>* members, Apply apply) {
@@ -74,20 +67,10 @@ void AddressList::CleanUp() {
   ClearRanges();
 }
 
-int AddressList::MembersReach(Entity& start) {
-  return any_member_reaches(include_members_, start) || any_member_reaches(exclude_members_, start);
-}
-
-int AddressList::DetectCycle() {
-  Used(1);
-  return MembersReach(*this);
-}
+int AddressList::DetectCycle() { return DetectCycleFromMembers({include_members_, exclude_members_}); }
 
 int AddressList::DetectCycle(Entity& start) {
-  if (this == &start) return 1;
-  if (Used()) return 0;
-  Used(1);
-  return MembersReach(start);
+  return DetectCycleThroughMembers(start, {include_members_, exclude_members_});
 }
 
 int AddressList::Resolve(Config_Objects kind, TList<Entity>& list, std::ostream& out) {
@@ -95,8 +78,8 @@ int AddressList::Resolve(Config_Objects kind, TList<Entity>& list, std::ostream&
   FreeMembers();
   include_members_ = new TList<Entity>;
   exclude_members_ = new TList<Entity>;
-  return Resolve_Names(*include_names_, *include_members_, list, "ADDRESS", out) +
-         Resolve_Names(*exclude_names_, *exclude_members_, list, "ADDRESS", out);
+  int misses = Resolve_Names(*include_names_, *include_members_, list, "ADDRESS", out);
+  return misses + Resolve_Names(*exclude_names_, *exclude_members_, list, "ADDRESS", out);
 }
 
 int AddressList::Refer(Config_Objects kind, const char* name, int print) const {

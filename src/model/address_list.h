@@ -40,8 +40,6 @@ class AddressList : public Address {
   std::ostream& Print(std::ostream& out) const override;
 
  private:
-  // Asks each member, includes first, whether a walk from it reaches `start`.
-  int MembersReach(Entity& start);
   void FreeMembers();
 
   TList<Entity>* include_names_;

@@ -180,6 +180,31 @@ int Entity::ContainsString(const char* needle) const {
   return contains(screen_, needle) || contains(name_, needle) || contains(description_, needle);
 }
 
+namespace {
+
+int AnyMemberReaches(std::initializer_list<const TList<Entity>*> members, Entity& start) {
+  for (const TList<Entity>* list : members) {
+    if (list == nullptr) continue;
+    for (TList_Cell<Entity>* cell = list->Head(); cell != nullptr; cell = cell->Next())
+      if (cell->Data()->DetectCycle(start)) return 1;
+  }
+  return 0;
+}
+
+}  // namespace
+
+int Entity::DetectCycleFromMembers(std::initializer_list<const TList<Entity>*> members) {
+  Used(1);
+  return AnyMemberReaches(members, *this);
+}
+
+int Entity::DetectCycleThroughMembers(Entity& start, std::initializer_list<const TList<Entity>*> members) {
+  if (this == &start) return 1;
+  if (Used()) return 0;
+  Used(1);
+  return AnyMemberReaches(members, start);
+}
+
 std::ostream& operator<<(std::ostream& out, const Entity& entity) {
   return entity.Print(out) << ";\n";
 }

@@ -6,6 +6,7 @@
 #ifndef FW_MODEL_ENTITY_H
 #define FW_MODEL_ENTITY_H
 
+#include <initializer_list>
 #include <ostream>
 
 #include "model/enumerations.h"
@@ -85,6 +86,13 @@ class Entity {
   void Mark_List(TList<Entity>& list);
   // True for a null needle, or when it occurs in the screen, name or comment.
   int ContainsString(const char* needle) const;
+
+ protected:
+  // The two steps of a cycle walk through a group's member lists (null
+  // lists are skipped): the walk starts at this group, marks each group it
+  // passes and doesn't enter a group twice.
+  int DetectCycleFromMembers(std::initializer_list<const TList<Entity>*> members);
+  int DetectCycleThroughMembers(Entity& start, std::initializer_list<const TList<Entity>*> members);
 
  private:
   bool SameName(const Entity& other) const;

@@ -94,10 +94,10 @@ int Nat::ReportSizes(std::ostream& out) const {
 }
 
 int Nat::ReportOverlap(std::ostream& out) const {
-  return ReportOverlap(NAT_ORIGINAL_SOURCE, NAT_TRANSLATED_SOURCE,
-                       fwi18n_text(46, 5, "Error: Original and Tranlated Source Addresses Intersect."),
-                       out) +
-         ReportOverlap(NAT_ORIGINAL_DESTINATION, NAT_TRANSLATED_DESTINATION,
+  // One statement each, so the source is reported before the destination.
+  int faults = ReportOverlap(NAT_ORIGINAL_SOURCE, NAT_TRANSLATED_SOURCE,
+                             fwi18n_text(46, 5, "Error: Original and Tranlated Source Addresses Intersect."), out);
+  return faults + ReportOverlap(NAT_ORIGINAL_DESTINATION, NAT_TRANSLATED_DESTINATION,
                        fwi18n_text(46, 6,
                                    "Error: Original and Tranlated Destination Addresses Intersect."),
                        out);

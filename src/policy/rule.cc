@@ -278,8 +278,10 @@ void Rule::Mark() {
 int Rule::Resolve(Config_Objects kind, TList<Entity>& list, std::ostream& out) {
   switch (kind) {
     case CO_SERVICE: return ResolveService(list, out);
-    case CO_ADDRESS:
-      return ResolveAddress(&source_, list, out) + ResolveAddress(&destination_, list, out);
+    case CO_ADDRESS: {
+      int misses = ResolveAddress(&source_, list, out);
+      return misses + ResolveAddress(&destination_, list, out);
+    }
     case CO_VPN: return ResolveVpn(list, out);
     case CO_TIME: return ResolveTime(list, out);
     default: return 0;

@@ -316,22 +316,14 @@ void Service::Mark() {
 
 int Service::DetectCycle() {
   if (type_ == SERVICE_SINGLE) return 0;
-  Used(1);
-  if (input_services_ == nullptr || resolved_services_ == nullptr) return 0;
-  for (TList_Cell<Entity>* cell = resolved_services_->Head(); cell != nullptr; cell = cell->Next())
-    if (cell->Data()->DetectCycle(*this)) return 1;
-  return 0;
+  if (input_services_ == nullptr) {
+    Used(1);
+    return 0;
+  }
+  return DetectCycleFromMembers({resolved_services_});
 }
 
-int Service::DetectCycle(Entity& origin) {
-  if (this == &origin) return 1;
-  if (Used()) return 0;
-  Used(1);
-  if (resolved_services_ == nullptr) return 0;
-  for (TList_Cell<Entity>* cell = resolved_services_->Head(); cell != nullptr; cell = cell->Next())
-    if (cell->Data()->DetectCycle(origin)) return 1;
-  return 0;
-}
+int Service::DetectCycle(Entity& origin) { return DetectCycleThroughMembers(origin, {resolved_services_}); }
 
 int Service::Resolve(Config_Objects kind, TList<Entity>& list, std::ostream& out) {
   int misses = 0;
