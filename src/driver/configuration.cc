@@ -130,11 +130,7 @@ int Configuration::CompileStages(std::ostream& out) {
 // Rules towards the protected address of the screen's high-availability
 // interface (the last one, should there be several) carry the HA flag.
 void Configuration::MarkHARules() {
-  Interface* ha_interface = nullptr;
-  for (TList_Cell<Entity>* cell = registry_->GWYInterfaces().Head(); cell != nullptr; cell = cell->Next()) {
-    Interface* interface = static_cast<Interface*>(cell->Data());
-    if (interface->Type() == INTERFACE_HA) ha_interface = interface;
-  }
+  Interface* ha_interface = registry_->LastHAInterface();
   if (ha_interface != nullptr) policy_->SetHARules(*ha_interface->ProtectedAddress());
 }
 

@@ -152,9 +152,8 @@ class Registry : public Entity {
   // go to `out`, a few host and screen checks to the standard error stream;
   // returns the number of errors, warnings not counted.
   int Verify(Ferrowall* screen, std::ostream& out);
-  // The protected address of the last high-availability interface among the
-  // routing interfaces; null when there is none.
-  Entity* LastHAProtectedAddress() const { return nullptr; }
+  // The last interface of type HA among the routing interfaces, or null.
+  Interface* LastHAInterface() const;
   // Distribution of rules to the interfaces, in list order: administrative
   // rules reach the admin interfaces and the routing interfaces that aren't
   // HA; policy rules reach the routing and stealth interfaces, and the admin

@@ -31,13 +31,6 @@ void AddToFamily(const Rule& rule, const Registry& registry, const TList<Entity>
 }
 
 // The last HA interface among the routing interfaces, or null.
-Interface* LastHAInterface(const TList<Entity>& routing) {
-  Interface* found = nullptr;
-  for (TList_Cell<Entity>* cell = routing.Head(); cell != nullptr; cell = cell->Next())
-    if (InterfaceOf(cell).Type() == INTERFACE_HA) found = &InterfaceOf(cell);
-  return found;
-}
-
 Service* CompileService(const Registry& registry, const char* name) {
   Entity probe(name, nullptr, nullptr, 0);
   return dynamic_cast<Service*>(probe.FindSelf(registry.ServicesCompile(), 0));
@@ -78,8 +71,15 @@ void Registry::AddRules(OrderedEntityList& rules) {
 // their own; the policy splits none off yet, so there is nothing to hand on.
 void Registry::AddEtherRules(OrderedEntityList&) {}
 
+Interface* Registry::LastHAInterface() const {
+  Interface* found = nullptr;
+  for (TList_Cell<Entity>* cell = gwy_interfaces_->Head(); cell != nullptr; cell = cell->Next())
+    if (InterfaceOf(cell).Type() == INTERFACE_HA) found = &InterfaceOf(cell);
+  return found;
+}
+
 int Registry::AddHARules(Ferrowall& screen) {
-  Interface* ha_interface = LastHAInterface(*gwy_interfaces_);
+  Interface* ha_interface = LastHAInterface();
   if (ha_interface == nullptr) return 0;
   Service* administration = CompileService(*this, "HA administration");
   Service* heartbeat = CompileService(*this, "HA heartbeat");

@@ -180,8 +180,7 @@ class Ferrowall : public Entity {
   Entity* ike_encryption_ = nullptr;
   Entity* ike_hash_ = nullptr;
   Entity* ike_authentication_ = nullptr;
-  // Owned; parameter objects of the IKE form are not built yet, so these
-  // stay null.
+  // Owned: the phase 2 parameters of the IKE form, null without one.
   IPsecIKEahParams* ah_params_ = nullptr;
   IPsecIKEespParams* esp_params_ = nullptr;
   Algorithm* ike_encryption_resolved_ = nullptr;
