@@ -54,14 +54,6 @@ TEST_F(OrderedEntityListTest, InsertPositions) {
   EXPECT_EQ(Names(list.Items()), "yxzabcde");
 }
 
-TEST_F(OrderedEntityListTest, EnumerateNumWritesOnlyInsideTheList) {
-  std::ostringstream out;
-  list.EnumerateNum(out, 0);
-  list.EnumerateNum(out, 5);
-  list.EnumerateNum(out, 2);
-  EXPECT_EQ(out.str(), "\"b\";\n");
-}
-
 TEST(SortedEntityListTest, InsertsInNameOrder) {
   SortedEntityList sorted;
   Entity c("c", nullptr, nullptr, 0), a("a", nullptr, nullptr, 0), b("b", nullptr, nullptr, 0);
@@ -101,16 +93,6 @@ TEST(SortedEntityListTest, EqualNameOtherScreenKeepsBothNewFirst) {
   EXPECT_EQ(deaths, 1);
   EXPECT_EQ(sorted.Length(), 0);
   delete general;
-}
-
-TEST(SortedEntityListTest, DestructorLeavesElementsAlive) {
-  int deaths = 0;
-  Tracked kept("k", nullptr, &deaths);
-  {
-    SortedEntityList sorted;
-    sorted.Insert(kept);
-  }
-  EXPECT_EQ(deaths, 0);
 }
 
 }  // namespace

@@ -99,32 +99,4 @@ TEST(EntityMatchTest, SubstringAndExactSearches) {
   EXPECT_FALSE(Entity("webserver", nullptr, nullptr, 0).Match("s1", "webserver", nullptr, 1));
 }
 
-TEST(EntityTest, ScreenRenameFollowsOnlyScreenReferences) {
-  Entity entity("a", "old", nullptr, 0);
-  entity.RenameReference(CO_ADDRESS, "old", "new");
-  EXPECT_STREQ(entity.Screen(), "old");
-  entity.RenameReference(CO_SCREEN, "old", "new");
-  EXPECT_STREQ(entity.Screen(), "new");
-}
-
-TEST(EntityTest, MarkListSetsTheUsedMark) {
-  OwnedList owned;
-  Entity& a = owned.Add("a", nullptr);
-  Entity holder("h", nullptr, nullptr, 0);
-  holder.Mark_List(owned.list);
-  EXPECT_EQ(a.Used(), 1);
-  EXPECT_EQ(holder.Member("a", 0, 0), 223);
-}
-
-TEST(EntityTest, PrintAndEnumerateForms) {
-  Entity entity("n", "s", "c", 0);
-  std::ostringstream printed, full, name_only;
-  printed << entity;
-  entity.Enumerate(full, ENUM_FULL);
-  entity.Enumerate(name_only, ENUM_NAME);
-  EXPECT_EQ(printed.str(), "\"n\";\n");
-  EXPECT_EQ(full.str(), "SCREEN \"s\" \"n\"  COMMENT \"c\"");
-  EXPECT_EQ(name_only.str(), "\"n\" ");
-}
-
 }  // namespace

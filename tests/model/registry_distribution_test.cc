@@ -34,22 +34,6 @@ class RegistryDistributionTest : public DistributionTest {
   std::unique_ptr<Service> www = Plain();
 };
 
-TEST_F(RegistryDistributionTest, AdministrativeRulesReachAdminAndRoutingInterfacesButNotHA) {
-  TList<Entity> admin_rules;
-  Rule& first = Written(*www, address_of("*", {kEverything}), one("web", "192.168.0.1"));
-  Rule& second = Written(*www, one("localhost", "10.0.0.1"), address_of("*", {kEverything}));
-  admin_rules.Append(first);
-  admin_rules.Append(second);
-  registry.AddAdminRules(admin_rules);
-
-  // `first` goes towards unknown addresses only; `second` enters from
-  // outside the admin side but from inside G, and goes everywhere.
-  EXPECT_EQ(origins_of(*x), std::vector<Rule*>({&first, &second, &second}));
-  EXPECT_EQ(origins_of(*g), std::vector<Rule*>({&first, &second, &second, &second}));
-  EXPECT_TRUE(h->Rules().Empty());
-  EXPECT_TRUE(s->Rules().Empty());
-}
-
 TEST_F(RegistryDistributionTest, PolicyRulesReachAdminInterfacesOnlyTowardsLocalhost) {
   OrderedEntityList policy;
   auto service = Plain();

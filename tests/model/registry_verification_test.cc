@@ -103,15 +103,6 @@ TEST_F(RegistryVerificationTest, CleanConfigurationIsLinkedAndGetsItsReverseInte
   EXPECT_EQ(RangesOf(*store.UnknownCLKAddresses()), "0.0.0.0 - 255.255.255.255 ");
 }
 
-TEST_F(RegistryVerificationTest, CleanUpTakesTheReverseInterfacesAway) {
-  ASSERT_EQ(Verify(std::string(kSite) + kGate), 0);
-  registry().CleanUp();
-  EXPECT_EQ(registry().ReverseAdminInterface(), nullptr);
-  EXPECT_EQ(registry().ReverseGWYInterface(), nullptr);
-  EXPECT_EQ(Names(registry().AdminInterfaces()), "le0 ");
-  EXPECT_EQ(Names(registry().GWYInterfaces()), "le1 ");
-}
-
 TEST_F(RegistryVerificationTest, ObjectsOfOtherScreensMayNameWhatDoesNotExist) {
   EXPECT_EQ(Verify(std::string(kSite) + kGate +
                    "branch SCREEN ;\n"
