@@ -78,21 +78,4 @@ TEST(SortedEntityListTest, EqualNameAndScreenReplacesAndDeletesTheOld) {
   EXPECT_EQ(deaths, 2);
 }
 
-TEST(SortedEntityListTest, EqualNameOtherScreenKeepsBothNewFirst) {
-  int deaths = 0;
-  SortedEntityList sorted;
-  Tracked* bound = new Tracked("x", "s", &deaths);
-  Tracked* general = new Tracked("x", nullptr, &deaths);
-  sorted.Insert(*bound);
-  sorted.Insert(*general);
-  ASSERT_EQ(sorted.Length(), 2);
-  EXPECT_EQ(sorted.List().Head()->Data(), general);
-  sorted.Remove_Cell(*general);
-  EXPECT_EQ(deaths, 0);
-  sorted.Remove_Data_Cell(*bound);
-  EXPECT_EQ(deaths, 1);
-  EXPECT_EQ(sorted.Length(), 0);
-  delete general;
-}
-
 }  // namespace

@@ -53,24 +53,6 @@ TEST_F(RegistryDistributionTest, PolicyRulesReachAdminInterfacesOnlyTowardsLocal
   EXPECT_EQ(origins_of(*s), std::vector<Rule*>({to_screen, to_web}));
 }
 
-TEST_F(RegistryDistributionTest, OptimisationVisitsEveryFamilyButDisabledInterfaces) {
-  static char block;
-  SecurityParameters* stand_in = reinterpret_cast<SecurityParameters*>(&block);
-  Interface* disabled = new Interface("D", "D-net", INTERFACE_DISABLED, LOG_NONE, SNMP_NONE, ICMP_NONE, nullptr,
-                                      nullptr, 0, nullptr);
-  registry.DisabledInterfaces(*disabled);
-  for (Interface* interface : {x, g, s, disabled}) {
-    // An empty destination lies inside every interface.
-    interface->Rules().Append(*new Rule("svc", "a", "b", nullptr, stand_in, stand_in, nullptr, ACTION_ALLOW,
-                                        LOG_NONE, SNMP_NONE, ICMP_NONE, 0, nullptr, nullptr, nullptr, nullptr));
-  }
-  registry.OptimizeRules();
-  EXPECT_TRUE(x->Rules().Empty());
-  EXPECT_TRUE(g->Rules().Empty());
-  EXPECT_TRUE(s->Rules().Empty());
-  EXPECT_EQ(disabled->Rules().Length(), 1);
-}
-
 TEST_F(RegistryDistributionTest, CompileServicesAreSortedByStateEngineAndMarksAreCleared) {
   registry.StateEngines(*new StateEngine("udp", "udp_engine", "port", 2, 1, 65535, 0, nullptr, 1, 1));
   registry.StateEngines(*new StateEngine("tcp", "tcp_engine", "port", 1, 1, 65535, 1, ints({0}), 1, 0));

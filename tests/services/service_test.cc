@@ -194,32 +194,6 @@ TEST_F(ServiceTest, CompetingEnginesInOneServiceAreInconsistent) {
   EXPECT_NE(good.Conflicts(competing), 0);
 }
 
-TEST_F(ServiceTest, BroadcastSplitCopiesEachKindApart) {
-  Service& mixed = Single("mixed");
-  With(mixed, engines_.tcp, {{1, 1}});
-  With(mixed, engines_.udp, {{2, 2}}, -1, {});
-  std::unique_ptr<FilterParams> back(params_set(engines_.udp, {}, {{3, 3}}));
-  mixed.Include(*back, 1);
-  Service* plain = nullptr;
-  Service* broadcast = nullptr;
-  mixed.BroadcastSplit(&plain, &broadcast);
-  Kept(plain);
-  Kept(broadcast);
-  ASSERT_NE(plain, &mixed);
-  EXPECT_STREQ(plain->Name(), "mixed");
-  EXPECT_STREQ(broadcast->Name(), "mixed-Broadcast");
-  EXPECT_EQ(plain->Filters().Length(), 1);
-  EXPECT_NE(&At(*plain, 0), &At(mixed, 0));
-  EXPECT_EQ(At(*broadcast, 0).Broadcast(), -1);
-  EXPECT_TRUE(plain->ReverseFilters().Empty());
-  Service& only_plain = Single("p");
-  With(only_plain, engines_.tcp, {{1, 1}});
-  plain = broadcast = nullptr;
-  only_plain.BroadcastSplit(&plain, &broadcast);
-  EXPECT_EQ(plain, &only_plain);
-  EXPECT_EQ(broadcast, nullptr);
-}
-
 TEST_F(ServiceTest, StateEngineSplitFollowsTheEnginePaths) {
   Service& only_reverse = Single("back");
   With(only_reverse, engines_.ranked, {{1, 1}});  // Reverse only
