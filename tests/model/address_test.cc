@@ -36,14 +36,6 @@ std::unique_ptr<Address> set_of(const char* name, const Bounds& bounds) {
   return address;
 }
 
-TEST(AddressTest, IncludeMergesTouchingRangesAndAppendsTheMerger) {
-  auto address = set_of("a", {{20, 30}, {ip("10.0.0.1"), ip("10.0.0.4")}, {ip("10.0.0.6"), ip("10.0.0.9")}});
-  address->Include(span(ip("10.0.0.5"), ip("10.0.0.5")));
-  EXPECT_EQ(listed(*address), (Bounds{{20, 30}, {ip("10.0.0.1"), ip("10.0.0.9")}}));
-  address->Include(span(31, 31));
-  EXPECT_EQ(listed(*address), (Bounds{{ip("10.0.0.1"), ip("10.0.0.9")}, {20, 31}}));
-}
-
 TEST(AddressTest, ExcludeSplitsTrimsAndDeletes) {
   auto address = set_of("a", {{1, 9}, {20, 30}});
   address->Exclude(span(5, 5));

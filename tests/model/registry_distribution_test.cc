@@ -53,29 +53,6 @@ TEST_F(RegistryDistributionTest, PolicyRulesReachAdminInterfacesOnlyTowardsLocal
   EXPECT_EQ(origins_of(*s), std::vector<Rule*>({to_screen, to_web}));
 }
 
-TEST_F(RegistryDistributionTest, CompileServicesAreSortedByStateEngineAndMarksAreCleared) {
-  registry.StateEngines(*new StateEngine("udp", "udp_engine", "port", 2, 1, 65535, 0, nullptr, 1, 1));
-  registry.StateEngines(*new StateEngine("tcp", "tcp_engine", "port", 1, 1, 65535, 1, ints({0}), 1, 0));
-  Entity* udp = registry.StateEngines().Head()->Data();
-  Entity* tcp = registry.StateEngines().Tail()->Data();
-  Service* mixed = service_of("mixed", {params_set(*static_cast<StateEngine*>(tcp), {0}, {{80, 80}}),
-                                        params_set(*static_cast<StateEngine*>(udp), {}, {{53, 53}})})
-                       .release();
-  registry.ServicesCompile(*mixed);
-  registry.OrderServicesByStateEngine();
-  EXPECT_EQ(mixed->Filters().Head()->Data()->stateEngine(), udp);
-  EXPECT_EQ(mixed->Filters().Tail()->Data()->stateEngine(), tcp);
-
-  for (TList<Entity>* list : {&registry.ServicesCompile(), &registry.Addresses()})
-    for (TList_Cell<Entity>* cell = list->Head(); cell != nullptr; cell = cell->Next()) cell->Data()->Used(1);
-  registry.Times().Head()->Data()->Used(1);
-  registry.UnMark();
-  for (TList<Entity>* list : {&registry.ServicesCompile(), &registry.Addresses()})
-    for (TList_Cell<Entity>* cell = list->Head(); cell != nullptr; cell = cell->Next())
-      EXPECT_EQ(cell->Data()->Used(), 0) << cell->Data()->Name();
-  EXPECT_EQ(registry.Times().Head()->Data()->Used(), 1) << "times keep their marks";
-}
-
 FerrowallSettings ha_settings(int primary, const char* ha_ip, const char* master = nullptr) {
   FerrowallSettings settings;
   settings.ha_primary = primary;

@@ -194,34 +194,6 @@ TEST_F(ServiceTest, CompetingEnginesInOneServiceAreInconsistent) {
   EXPECT_NE(good.Conflicts(competing), 0);
 }
 
-TEST_F(ServiceTest, StateEngineSplitFollowsTheEnginePaths) {
-  Service& only_reverse = Single("back");
-  With(only_reverse, engines_.ranked, {{1, 1}});  // Reverse only
-  Service* forward = nullptr;
-  Service* reverse = nullptr;
-  only_reverse.ReverseServiceStateEngine(&forward, &reverse);
-  Kept(reverse);
-  EXPECT_EQ(forward, nullptr);
-  ASSERT_NE(reverse, nullptr);
-  EXPECT_STREQ(reverse->Name(), "back_rev");
-  EXPECT_EQ(At(*reverse, 0).Direction(), FD_REVERSE);
-
-  Service& mixed = Single("mixed");
-  With(mixed, engines_.tcp, {{1, 1}});    // forward only
-  With(mixed, engines_.rival, {{2, 2}});  // both paths
-  With(mixed, engines_.ranked, {{3, 3}}); // reverse only
-  forward = reverse = nullptr;
-  mixed.ReverseServiceStateEngine(&forward, &reverse);
-  Kept(forward);
-  Kept(reverse);
-  ASSERT_NE(forward, &mixed);
-  EXPECT_EQ(forward->Screen(), nullptr);
-  EXPECT_EQ(forward->Filters().Length(), 2);
-  EXPECT_EQ(reverse->Filters().Length(), 2);
-  EXPECT_EQ(At(*reverse, 1).stateEngine(), &engines_.ranked);
-  EXPECT_EQ(At(mixed, 1).Direction(), FD_FORWARD);
-}
-
 TEST_F(ServiceTest, OrderByStateEngineIsStableAndLosesNothing) {
   Service& service = Single("s");
   With(service, engines_.udp, {{1, 1}}, 0, {});
