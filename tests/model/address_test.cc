@@ -8,25 +8,11 @@
 #include <utility>
 #include <vector>
 
+#include "model/model_fixture.h"
+
 namespace {
 
-using Bounds = std::vector<std::pair<uint32_t, uint32_t>>;
-
-uint32_t ip(const char* text) {
-  uint32_t value = 0;
-  EXPECT_EQ(parse_ipv4addr(text, &value), 0) << text;
-  return value;
-}
-
 Range span(uint32_t start, uint32_t end) { return Range(start, end, RT_ADDRESS, RS_ADDRESSES); }
-
-// The ranges in list order.
-Bounds listed(const TList<Range>& list) {
-  Bounds bounds;
-  for (TList_Cell<Range>* cell = list.Head(); cell != nullptr; cell = cell->Next())
-    bounds.emplace_back(cell->Data()->Start(), cell->Data()->End());
-  return bounds;
-}
 
 Bounds listed(const Address& address) { return listed(address.Ranges()); }
 
