@@ -24,30 +24,11 @@ std::unique_ptr<Algorithm> ipsec(const char* name, screen_alg_type type, IKE_pha
   return algorithm;
 }
 
-TEST(AlgorithmValueTest, NameOnlyAlgorithmIsIpsecCompressionUntilTyped) {
-  Algorithm named("AES");
-  EXPECT_EQ(named.Family(), Algorithm::FAMILY_IPSEC);
-  EXPECT_EQ(named.SkipVersion(), 0);
-  EXPECT_EQ(named.Type(), ALG_COMPRESSION);
-  EXPECT_EQ(named.Value(), -1);
-  EXPECT_EQ(named.GetValue(), 12);
-  EXPECT_EQ(named.Value(), 12);
-}
-
-TEST(AlgorithmValueTest, IpsecNamesIgnoreCaseAndShareValuesAcrossGroups) {
-  EXPECT_EQ(value_of("des"), 2);
-  EXPECT_EQ(value_of("DES-CBC"), 2);
-  EXPECT_EQ(value_of("md5"), 2);
-  EXPECT_EQ(value_of("SHA1"), 3);
-  EXPECT_EQ(value_of("PRESHARED"), 1);
-  EXPECT_EQ(value_of("Pre-Shared"), 1);
-  EXPECT_EQ(value_of("improved_rsa_encrypt"), 5);
-}
-
-TEST(AlgorithmValueTest, UnknownNamesAreMinusOne) {
-  EXPECT_EQ(value_of("SHA"), -1);
-  EXPECT_EQ(value_of("DES-EDE-K3"), -1);
-  EXPECT_EQ(value_of(""), -1);
+TEST(AlgorithmValueTest, NamesIgnoreCaseAndUnknownOnesAreMinusOne) {
+  struct Case { const char* name; int value; } ipsec_cases[] = {
+      {"des", 2}, {"DES-CBC", 2}, {"md5", 2}, {"SHA1", 3}, {"PRESHARED", 1}, {"Pre-Shared", 1},
+      {"improved_rsa_encrypt", 5}, {"SHA", -1}, {"DES-EDE-K3", -1}, {"", -1}};
+  for (const Case& c : ipsec_cases) EXPECT_EQ(value_of(c.name), c.value) << c.name;
   host_query_use(nullptr);
   EXPECT_EQ(skip_value_of("DES-CBC", ALG_COMPRESSION, SKIP_V2), -1);
   EXPECT_EQ(skip_value_of("NONE", ALG_COMPRESSION, SKIP_V2), 0);

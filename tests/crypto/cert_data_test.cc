@@ -8,12 +8,6 @@
 
 namespace {
 
-std::string emitted(const CertData& data) {
-  std::ostringstream out;
-  data.EmitData(out);
-  return out.str();
-}
-
 TEST(CertDataEqualTest, SkipIdsCompareMkidWithoutCase) {
   CertData a(IPSEC_SKIP, 1, "0xABCDEF01");
   EXPECT_TRUE(a.Equal(CertData(IPSEC_SKIP, 1, "0xabcdef01")));
@@ -26,25 +20,6 @@ TEST(CertDataEqualTest, KeysAreExactIdentitiesAreNot) {
   EXPECT_TRUE(CertData(IPSEC_MANUAL, 0, "Secret").Equal(CertData(IPSEC_MANUAL, 0, "Secret")));
   EXPECT_TRUE(CertData(IPSEC_IKE, 0, "CN=Gate").Equal(CertData(IPSEC_IKE, 0, "cn=gate")));
   EXPECT_FALSE(CertData(IPSEC_IKE, 0, "same").Equal(CertData(IPSEC_MANUAL, 0, "same")));
-}
-
-TEST(CertDataIncludeTest, EqualEntryIsNotAddedAgainAndCopiesAreOwned) {
-  TList<CertData> list;
-  {
-    CertData first(IPSEC_SKIP, 1, "0xab");
-    CertData::Include(list, first);
-    CertData::Include(list, CertData(IPSEC_SKIP, 1, "0xAB"));
-    CertData::Include(list, CertData(IPSEC_SKIP, 1, "0xac"));
-  }
-  ASSERT_EQ(list.Length(), 2);
-  EXPECT_STREQ(list.Head()->Data()->Text(), "0xab");
-  list.Delete_Data();
-}
-
-TEST(CertDataEmitTest, SkipCarriesTheNsidOthersOnlyTheText) {
-  EXPECT_EQ(emitted(CertData(IPSEC_SKIP, 8, "0xff")), " 8 \"0xff\" ");
-  EXPECT_EQ(emitted(CertData(IPSEC_IKE, 0, "CN=a")), " \"CN=a\" ");
-  EXPECT_EQ(emitted(CertData(IPSEC_MANUAL, 0, "k")), " \"k\" ");
 }
 
 TEST(CertDataLocalTest, IkeIdentityMarkedLocalNeedsNoHost) {

@@ -6,8 +6,6 @@
 #include <sstream>
 #include <string>
 
-#include "support/fake_host_devices.h"
-
 namespace {
 
 using testing::internal::CaptureStderr;
@@ -71,15 +69,6 @@ TEST_F(CertificateListTest, UndefinedMembersAreReportedEach) {
   EXPECT_EQ(g.Data()->Length(), 1);
 }
 
-TEST_F(CertificateListTest, EmptyGroupHasNoTypeNoDataAndReducesToItself) {
-  CertificateList& g = Group("g", {});
-  ResolveAll();
-  EXPECT_EQ(g.IPsecType(), IPSEC_UNKNOWN);
-  EXPECT_EQ(g.Reduce(), &g);
-  EXPECT_EQ(g.Data(), nullptr);
-  EXPECT_TRUE(g.Data_not().Empty());
-}
-
 TEST_F(CertificateListTest, MixedTypesMakeTypeFourAndFailReduction) {
   Single("s", IPSEC_SKIP, "1");
   Single("i", IPSEC_IKE, "CN=i");
@@ -88,16 +77,6 @@ TEST_F(CertificateListTest, MixedTypesMakeTypeFourAndFailReduction) {
   EXPECT_EQ(g.IPsecType(), IPSEC_MIXED);
   EXPECT_EQ(g.Reduce(), nullptr);
   EXPECT_EQ(g.Reduce(), nullptr);
-}
-
-TEST_F(CertificateListTest, EmptyMemberGroupAfterATypedMemberMixesTypes) {
-  Single("s", IPSEC_SKIP, "1");
-  Group("empty", {});
-  CertificateList& typed_first = Group("g1", {"s", "empty"});
-  CertificateList& empty_first = Group("g2", {"empty"});
-  ResolveAll();
-  EXPECT_EQ(typed_first.IPsecType(), IPSEC_MIXED);
-  EXPECT_EQ(empty_first.IPsecType(), IPSEC_UNKNOWN);
 }
 
 TEST_F(CertificateListTest, ReductionFlattensNestedGroupsWithoutDuplicates) {
@@ -166,20 +145,6 @@ TEST_F(CertificateListTest, CycleBehindAGroupIsNotThatGroupsCycle) {
   EXPECT_EQ(CycleFrom(*certificates_.Head()->Data()), 0);
 }
 
-TEST_F(CertificateListTest, LocalWhenEveryIncludedEntryIsExcludedOnesDoNotCount) {
-  FakeHostDevices host;
-  Single("mine", IPSEC_IKE, "gw_local");
-  Single("also", IPSEC_IKE, "gw2_local");
-  Single("theirs", IPSEC_IKE, "remote");
-  CertificateList& local = Group("local", {"mine", "also"}, {"theirs"});
-  CertificateList& mixed = Group("mixed", {"mine", "theirs"});
-  ResolveAll();
-  local.Reduce();
-  mixed.Reduce();
-  EXPECT_EQ(local.IsLocal(), 1);
-  EXPECT_EQ(mixed.IsLocal(), 0);
-}
-
 TEST_F(CertificateListTest, UniqueIdsComeWithTheFirstEmitAndTheTableLine) {
   Certificate::ResetUniqueId();
   Single("a", IPSEC_SKIP, "0xa");
@@ -197,79 +162,6 @@ TEST_F(CertificateListTest, UniqueIdsComeWithTheFirstEmitAndTheTableLine) {
   EXPECT_EQ(out.str(), " \"h\" 255 \"0\"  \"g\" 255 \"1\"  \"h\" 255 \"0\" ");
   EXPECT_EQ(Generated(g), "\"g\" 1 1 \"0xa\" ! 1 \"0xb\" \n");
   EXPECT_EQ(Generated(h), "\"h\" 0 1 \"0xa\" \n");
-}
-
-TEST_F(CertificateListTest, DumpWritesExclusionsBehindTheirPrefix) {
-  Single("a", IPSEC_SKIP, "0xa");
-  Single("b", IPSEC_SKIP, "0xb");
-  CertificateList& g = Group("g", {"a"}, {"b"});
-  ResolveAll();
-  g.Reduce();
-  std::ostringstream out;
-  g.Dump(out, "+", "-", IPSEC_SKIP);
-  EXPECT_EQ(out.str(), "+ 1 \"0xa\" \n- 1 \"0xb\" \n");
-  out.str("");
-  g.Dump(out, "+", "-", IPSEC_IKE);
-  EXPECT_EQ(out.str(), "");
-}
-
-TEST_F(CertificateListTest, CleanUpForgetsTheReductionOnly) {
-  Single("a", IPSEC_SKIP, "0xa");
-  Single("b", IPSEC_SKIP, "0xb");
-  CertificateList& g = Group("g", {"a"}, {"b"});
-  ResolveAll();
-  g.Reduce();
-  g.CleanUp();
-  EXPECT_TRUE(g.Data()->Empty());
-  EXPECT_TRUE(g.Data_not().Empty());
-  EXPECT_EQ(g.Includes().Length(), 1);
-  ASSERT_EQ(g.Reduce(), &g);
-  EXPECT_EQ(g.Data()->Length(), 1);
-  EXPECT_EQ(g.Data_not().Length(), 1);
-}
-
-TEST_F(CertificateListTest, MemberAddsOnceAndRemovesByName) {
-  CertificateList& g = Group("g", {"a"});
-  EXPECT_EQ(g.Member("a", 0, 0), 0);
-  EXPECT_EQ(g.Member("b", 0, 1), 0);
-  EXPECT_EQ(g.Member("b", 0, 1), 0);
-  EXPECT_EQ(g.Includes().Length(), 1);
-  EXPECT_EQ(g.Excludes().Length(), 1);
-  g.Member("a", 1, 0);
-  g.Member("zzz", 1, 1);
-  EXPECT_EQ(g.Includes().Length(), 0);
-  EXPECT_EQ(g.Excludes().Length(), 1);
-}
-
-TEST_F(CertificateListTest, ReferRenameAndMarkWorkOnMembers) {
-  Single("a", IPSEC_SKIP, "0xa");
-  Single("b", IPSEC_SKIP, "0xb");
-  CertificateList& g = Group("g", {"a"}, {"b"});
-  EXPECT_TRUE(g.Refer(CO_CERTIFICATE, "b", 0));
-  EXPECT_FALSE(g.Refer(CO_CERTIFICATE, "g", 0));
-  g.RenameReference(CO_CERTIFICATE, "b", "bee");
-  EXPECT_STREQ(g.Excludes().Head()->Data()->Name(), "bee");
-  ResolveAll();
-  g.Mark();
-  EXPECT_EQ(certificates_.Head()->Data()->Used(), 1);
-  EXPECT_EQ(certificates_.Head()->Next()->Data()->Used(), 0);
-}
-
-TEST_F(CertificateListTest, PrintAndEnumerateListMembers) {
-  CertificateList g("g", IPSEC_UNKNOWN, nullptr, nullptr, "fw", "two");
-  g.Member("a", 0, 0);
-  g.Member("b", 0, 0);
-  g.Member("c", 0, 1);
-  std::ostringstream out;
-  g.Print(out);
-  EXPECT_EQ(out.str(), "\"g\"\tCERTIFICATE\t\"a\"\t\"b\"\t!\"c\"\tSCREEN\t\"fw\"\tCOMMENT\t\"two\"");
-  out.str("");
-  g.Enumerate(out, ENUM_FULL);
-  EXPECT_EQ(out.str(), "SCREEN \"fw\" \"g\" GROUP { \"a\" \"b\" } { \"c\" } COMMENT \"two\"\n");
-  out.str("");
-  g.Enumerate(out, ENUM_NAME);
-  EXPECT_EQ(out.str(), "\"g\" GROUP\n");
-  EXPECT_TRUE(g.Match("fw", "g", "GROUP", 1));
 }
 
 }  // namespace

@@ -8,25 +8,11 @@
 #include <utility>
 #include <vector>
 
+#include "model/model_fixture.h"
+
 namespace {
 
-using Bounds = std::vector<std::pair<uint32_t, uint32_t>>;
-
-uint32_t ip(const char* text) {
-  uint32_t value = 0;
-  EXPECT_EQ(parse_ipv4addr(text, &value), 0) << text;
-  return value;
-}
-
 Range span(uint32_t start, uint32_t end) { return Range(start, end, RT_ADDRESS, RS_ADDRESSES); }
-
-// The ranges in list order.
-Bounds listed(const TList<Range>& list) {
-  Bounds bounds;
-  for (TList_Cell<Range>* cell = list.Head(); cell != nullptr; cell = cell->Next())
-    bounds.emplace_back(cell->Data()->Start(), cell->Data()->End());
-  return bounds;
-}
 
 Bounds listed(const Address& address) { return listed(address.Ranges()); }
 
@@ -34,14 +20,6 @@ std::unique_ptr<Address> set_of(const char* name, const Bounds& bounds) {
   std::unique_ptr<Address> address(new Address(name, nullptr, nullptr, ADDRESS_SINGLE));
   for (const auto& bound : bounds) address->Include(span(bound.first, bound.second));
   return address;
-}
-
-TEST(AddressTest, IncludeMergesTouchingRangesAndAppendsTheMerger) {
-  auto address = set_of("a", {{20, 30}, {ip("10.0.0.1"), ip("10.0.0.4")}, {ip("10.0.0.6"), ip("10.0.0.9")}});
-  address->Include(span(ip("10.0.0.5"), ip("10.0.0.5")));
-  EXPECT_EQ(listed(*address), (Bounds{{20, 30}, {ip("10.0.0.1"), ip("10.0.0.9")}}));
-  address->Include(span(31, 31));
-  EXPECT_EQ(listed(*address), (Bounds{{ip("10.0.0.1"), ip("10.0.0.9")}, {20, 31}}));
 }
 
 TEST(AddressTest, ExcludeSplitsTrimsAndDeletes) {
@@ -135,49 +113,6 @@ TEST(AddressTest, ComparisonsIgnoreNamesTypesAndStyles) {
   EXPECT_FALSE(empty.Intersects(*narrower));
   EXPECT_FALSE(styled.Intersects(Range(ip("10.0.0.1"), ip("10.0.0.1"), RT_NUMBER, RS_ADDRESSES)));
   EXPECT_TRUE(styled.Contains(Range(ip("10.0.0.1"), ip("10.0.0.1"), RT_NUMBER, RS_ADDRESSES)));
-}
-
-TEST(AddressTest, CopyAndInlineForms) {
-  simplerange written{ip("10.0.0.0"), ip("10.0.0.255"), RS_DOTTED_MASK};
-  Address inline_address(&written);
-  EXPECT_STREQ(inline_address.Name(), "10.0.0.0/255.255.255.0");
-  EXPECT_EQ(inline_address.Inline(), 1);
-  EXPECT_EQ(inline_address.Ranges().Head()->Data()->Style(), RS_DOTTED_MASK);
-  inline_address.UniqueID();
-  Address copy(inline_address);
-  EXPECT_EQ(copy.Inline(), 0);
-  EXPECT_TRUE(copy.Equal(inline_address));
-  EXPECT_EQ(copy.Ranges().Head()->Data()->Style(), RS_ADDRESSES);
-  Address::ResetUniqueId();
-  EXPECT_EQ(copy.UniqueID(), 0);
-  EXPECT_EQ(copy.UniqueID(), 0);
-  EXPECT_EQ(Address("h", 7u, nullptr, nullptr).UniqueID(), 1);
-}
-
-TEST(AddressTest, OrderedListAndDump) {
-  auto address = set_of("a", {{ip("10.0.0.9"), ip("10.0.0.9")}, {ip("10.0.0.1"), ip("10.0.0.2")}});
-  std::unique_ptr<TList<Range>> ordered(address->CreateOrderedRangeList());
-  EXPECT_EQ(listed(*ordered), (Bounds{{ip("10.0.0.1"), ip("10.0.0.2")}, {ip("10.0.0.9"), ip("10.0.0.9")}}));
-  EXPECT_EQ(ordered->Head()->Data(), address->Ranges().Tail()->Data());
-  std::ostringstream lines, one_line, bare;
-  address->DumpRanges(lines, "\tlocal_addr\t", 1);
-  address->DumpRanges(one_line, nullptr, 0);
-  address->DumpRanges(bare, "", 0);
-  EXPECT_EQ(lines.str(), "2\n\tlocal_addr\t10.0.0.1 - 10.0.0.2\n\tlocal_addr\t10.0.0.9 - 10.0.0.9\n");
-  EXPECT_EQ(one_line.str(), "10.0.0.1 - 10.0.0.2 10.0.0.9 - 10.0.0.9 ");
-  EXPECT_EQ(bare.str(), "10.0.0.1 - 10.0.0.2\n10.0.0.9 - 10.0.0.9\n");
-}
-
-TEST(AddressTest, MatchAndReferByScreen) {
-  Address host("web", 1u, "north", "the web server");
-  EXPECT_TRUE(host.Match(nullptr, nullptr, nullptr, 0));
-  EXPECT_TRUE(host.Match(nullptr, "web", "HOST", 1));
-  EXPECT_FALSE(host.Match(nullptr, "web", "GROUP", 1));
-  EXPECT_FALSE(host.Match(nullptr, "web", "NETWORK", 0));
-  EXPECT_FALSE(host.Match(nullptr, nullptr, "RANGE", 1));
-  EXPECT_TRUE(host.Match("north", "server", "SINGLE", 0));
-  EXPECT_TRUE(host.Refer(CO_SCREEN, "north", 0));
-  EXPECT_FALSE(host.Refer(CO_ADDRESS, "north", 0));
 }
 
 // The index must not change what the plain list walks of the set operations

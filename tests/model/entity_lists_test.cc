@@ -54,14 +54,6 @@ TEST_F(OrderedEntityListTest, InsertPositions) {
   EXPECT_EQ(Names(list.Items()), "yxzabcde");
 }
 
-TEST_F(OrderedEntityListTest, EnumerateNumWritesOnlyInsideTheList) {
-  std::ostringstream out;
-  list.EnumerateNum(out, 0);
-  list.EnumerateNum(out, 5);
-  list.EnumerateNum(out, 2);
-  EXPECT_EQ(out.str(), "\"b\";\n");
-}
-
 TEST(SortedEntityListTest, InsertsInNameOrder) {
   SortedEntityList sorted;
   Entity c("c", nullptr, nullptr, 0), a("a", nullptr, nullptr, 0), b("b", nullptr, nullptr, 0);
@@ -84,33 +76,6 @@ TEST(SortedEntityListTest, EqualNameAndScreenReplacesAndDeletesTheOld) {
   EXPECT_EQ(sorted.List().Head()->Data(), second);
   sorted.Delete_Data();
   EXPECT_EQ(deaths, 2);
-}
-
-TEST(SortedEntityListTest, EqualNameOtherScreenKeepsBothNewFirst) {
-  int deaths = 0;
-  SortedEntityList sorted;
-  Tracked* bound = new Tracked("x", "s", &deaths);
-  Tracked* general = new Tracked("x", nullptr, &deaths);
-  sorted.Insert(*bound);
-  sorted.Insert(*general);
-  ASSERT_EQ(sorted.Length(), 2);
-  EXPECT_EQ(sorted.List().Head()->Data(), general);
-  sorted.Remove_Cell(*general);
-  EXPECT_EQ(deaths, 0);
-  sorted.Remove_Data_Cell(*bound);
-  EXPECT_EQ(deaths, 1);
-  EXPECT_EQ(sorted.Length(), 0);
-  delete general;
-}
-
-TEST(SortedEntityListTest, DestructorLeavesElementsAlive) {
-  int deaths = 0;
-  Tracked kept("k", nullptr, &deaths);
-  {
-    SortedEntityList sorted;
-    sorted.Insert(kept);
-  }
-  EXPECT_EQ(deaths, 0);
 }
 
 }  // namespace

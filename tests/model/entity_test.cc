@@ -63,15 +63,6 @@ TEST(EntityLookupTest, FindSelfAllCollectsEveryMatchInOrder) {
   EXPECT_EQ(Entity("x", "s3", nullptr, 0).FindSelfAll(owned.list), nullptr);
 }
 
-TEST(EntityLookupTest, DeleteSelfRemovesTheExactMatchOnly) {
-  OwnedList owned;
-  owned.Add("x", "s1");
-  Entity& general = owned.Add("x", nullptr);
-  Entity("x", "s1", nullptr, 0).DeleteSelf(owned.list);
-  ASSERT_EQ(owned.list.Length(), 1);
-  EXPECT_EQ(owned.list.Head()->Data(), &general);
-}
-
 TEST(EntityResolveTest, ResolveNamesReportsEachMissAndGoesOn) {
   OwnedList known;
   Entity& a = known.Add("a", "s1");
@@ -85,46 +76,6 @@ TEST(EntityResolveTest, ResolveNamesReportsEachMissAndGoesOn) {
   EXPECT_EQ(out.str(), "Error: \"rule 1\" refers to undefined address: \"missing\".\n");
   ASSERT_EQ(resolved.Length(), 1);
   EXPECT_EQ(resolved.Head()->Data(), &a);
-}
-
-TEST(EntityMatchTest, SubstringAndExactSearches) {
-  Entity entity("webserver", "s1", "front door", 0);
-  EXPECT_TRUE(entity.Match(nullptr, nullptr, nullptr, 0));
-  EXPECT_TRUE(entity.Match("*", "door", nullptr, 0));
-  EXPECT_TRUE(entity.Match("s1", "web", nullptr, 0));
-  EXPECT_FALSE(entity.Match("s2", "web", nullptr, 0));
-  EXPECT_FALSE(entity.Match(nullptr, nullptr, nullptr, 1));
-  EXPECT_TRUE(entity.Match("*", "webserver", nullptr, 1));
-  EXPECT_FALSE(entity.Match(nullptr, "web", nullptr, 1));
-  EXPECT_FALSE(Entity("webserver", nullptr, nullptr, 0).Match("s1", "webserver", nullptr, 1));
-}
-
-TEST(EntityTest, ScreenRenameFollowsOnlyScreenReferences) {
-  Entity entity("a", "old", nullptr, 0);
-  entity.RenameReference(CO_ADDRESS, "old", "new");
-  EXPECT_STREQ(entity.Screen(), "old");
-  entity.RenameReference(CO_SCREEN, "old", "new");
-  EXPECT_STREQ(entity.Screen(), "new");
-}
-
-TEST(EntityTest, MarkListSetsTheUsedMark) {
-  OwnedList owned;
-  Entity& a = owned.Add("a", nullptr);
-  Entity holder("h", nullptr, nullptr, 0);
-  holder.Mark_List(owned.list);
-  EXPECT_EQ(a.Used(), 1);
-  EXPECT_EQ(holder.Member("a", 0, 0), 223);
-}
-
-TEST(EntityTest, PrintAndEnumerateForms) {
-  Entity entity("n", "s", "c", 0);
-  std::ostringstream printed, full, name_only;
-  printed << entity;
-  entity.Enumerate(full, ENUM_FULL);
-  entity.Enumerate(name_only, ENUM_NAME);
-  EXPECT_EQ(printed.str(), "\"n\";\n");
-  EXPECT_EQ(full.str(), "SCREEN \"s\" \"n\"  COMMENT \"c\"");
-  EXPECT_EQ(name_only.str(), "\"n\" ");
 }
 
 }  // namespace

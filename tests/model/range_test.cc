@@ -5,13 +5,9 @@
 #include <memory>
 #include <sstream>
 
-namespace {
+#include "model/model_fixture.h"
 
-uint32_t ip(const char* text) {
-  uint32_t value = 0;
-  EXPECT_EQ(parse_ipv4addr(text, &value), 0) << text;
-  return value;
-}
+namespace {
 
 simplerange parsed(const char* text) {
   simplerange out{0, 0, RS_ADDRESSES};

@@ -34,22 +34,6 @@ class RegistryDistributionTest : public DistributionTest {
   std::unique_ptr<Service> www = Plain();
 };
 
-TEST_F(RegistryDistributionTest, AdministrativeRulesReachAdminAndRoutingInterfacesButNotHA) {
-  TList<Entity> admin_rules;
-  Rule& first = Written(*www, address_of("*", {kEverything}), one("web", "192.168.0.1"));
-  Rule& second = Written(*www, one("localhost", "10.0.0.1"), address_of("*", {kEverything}));
-  admin_rules.Append(first);
-  admin_rules.Append(second);
-  registry.AddAdminRules(admin_rules);
-
-  // `first` goes towards unknown addresses only; `second` enters from
-  // outside the admin side but from inside G, and goes everywhere.
-  EXPECT_EQ(origins_of(*x), std::vector<Rule*>({&first, &second, &second}));
-  EXPECT_EQ(origins_of(*g), std::vector<Rule*>({&first, &second, &second, &second}));
-  EXPECT_TRUE(h->Rules().Empty());
-  EXPECT_TRUE(s->Rules().Empty());
-}
-
 TEST_F(RegistryDistributionTest, PolicyRulesReachAdminInterfacesOnlyTowardsLocalhost) {
   OrderedEntityList policy;
   auto service = Plain();
@@ -67,47 +51,6 @@ TEST_F(RegistryDistributionTest, PolicyRulesReachAdminInterfacesOnlyTowardsLocal
   EXPECT_EQ(origins_of(*g), std::vector<Rule*>({to_screen, to_web}));
   EXPECT_EQ(origins_of(*h), std::vector<Rule*>({to_screen, to_web})) << "HA interfaces route policy rules";
   EXPECT_EQ(origins_of(*s), std::vector<Rule*>({to_screen, to_web}));
-}
-
-TEST_F(RegistryDistributionTest, OptimisationVisitsEveryFamilyButDisabledInterfaces) {
-  static char block;
-  SecurityParameters* stand_in = reinterpret_cast<SecurityParameters*>(&block);
-  Interface* disabled = new Interface("D", "D-net", INTERFACE_DISABLED, LOG_NONE, SNMP_NONE, ICMP_NONE, nullptr,
-                                      nullptr, 0, nullptr);
-  registry.DisabledInterfaces(*disabled);
-  for (Interface* interface : {x, g, s, disabled}) {
-    // An empty destination lies inside every interface.
-    interface->Rules().Append(*new Rule("svc", "a", "b", nullptr, stand_in, stand_in, nullptr, ACTION_ALLOW,
-                                        LOG_NONE, SNMP_NONE, ICMP_NONE, 0, nullptr, nullptr, nullptr, nullptr));
-  }
-  registry.OptimizeRules();
-  EXPECT_TRUE(x->Rules().Empty());
-  EXPECT_TRUE(g->Rules().Empty());
-  EXPECT_TRUE(s->Rules().Empty());
-  EXPECT_EQ(disabled->Rules().Length(), 1);
-}
-
-TEST_F(RegistryDistributionTest, CompileServicesAreSortedByStateEngineAndMarksAreCleared) {
-  registry.StateEngines(*new StateEngine("udp", "udp_engine", "port", 2, 1, 65535, 0, nullptr, 1, 1));
-  registry.StateEngines(*new StateEngine("tcp", "tcp_engine", "port", 1, 1, 65535, 1, ints({0}), 1, 0));
-  Entity* udp = registry.StateEngines().Head()->Data();
-  Entity* tcp = registry.StateEngines().Tail()->Data();
-  Service* mixed = service_of("mixed", {params_set(*static_cast<StateEngine*>(tcp), {0}, {{80, 80}}),
-                                        params_set(*static_cast<StateEngine*>(udp), {}, {{53, 53}})})
-                       .release();
-  registry.ServicesCompile(*mixed);
-  registry.OrderServicesByStateEngine();
-  EXPECT_EQ(mixed->Filters().Head()->Data()->stateEngine(), udp);
-  EXPECT_EQ(mixed->Filters().Tail()->Data()->stateEngine(), tcp);
-
-  for (TList<Entity>* list : {&registry.ServicesCompile(), &registry.Addresses()})
-    for (TList_Cell<Entity>* cell = list->Head(); cell != nullptr; cell = cell->Next()) cell->Data()->Used(1);
-  registry.Times().Head()->Data()->Used(1);
-  registry.UnMark();
-  for (TList<Entity>* list : {&registry.ServicesCompile(), &registry.Addresses()})
-    for (TList_Cell<Entity>* cell = list->Head(); cell != nullptr; cell = cell->Next())
-      EXPECT_EQ(cell->Data()->Used(), 0) << cell->Data()->Name();
-  EXPECT_EQ(registry.Times().Head()->Data()->Used(), 1) << "times keep their marks";
 }
 
 FerrowallSettings ha_settings(int primary, const char* ha_ip, const char* master = nullptr) {

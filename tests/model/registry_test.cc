@@ -24,25 +24,6 @@ std::string Names(const TList<Entity>& list) {
 
 Address* NewAddress(const char* name, const char* screen) { return new Address(name, 0x0A000001u, screen, nullptr); }
 
-TEST(RegistryTest, BornWithTheBuiltInObjects) {
-  Registry registry;
-  EXPECT_EQ(Names(registry.Addresses()), "* localhost ");
-  EXPECT_EQ(Names(registry.Screens()), "* ");
-  EXPECT_EQ(Names(registry.Times()), "* ");
-  EXPECT_EQ(registry.Star(), registry.Addresses().Head()->Data());
-  const Address& star = *registry.Star();
-  EXPECT_EQ(star.SizeOf(), 4294967296ull);
-  Time& always = *static_cast<Time*>(registry.Times().Head()->Data());
-  always.Reduce();
-  for (int day = SUNDAY; day <= SATURDAY; ++day) {
-    const RangeList& hours = always.DayList(static_cast<Day>(day));
-    ASSERT_EQ(hours.Length(), 1);
-    EXPECT_EQ(hours.List().Head()->Data()->End(), 1440u);
-  }
-  EXPECT_EQ(registry.TypeToList(CO_INTERFACE), nullptr);
-  EXPECT_EQ(registry.TypeToList(CO_KEY), &registry.Keys());
-}
-
 class RemoveOtherScreenDataTest : public testing::Test {
  protected:
   RemoveOtherScreenDataTest() : screen("gate") {}
@@ -83,20 +64,6 @@ TEST(RegistryEditingTest, CreateReplacesInPlaceRenameOntoANameRemovesIt) {
   EXPECT_EQ(registry.Dirty(), 1);
   registry.Rename(CO_ADDRESS, "b", "a", nullptr);
   EXPECT_EQ(Names(registry.Addresses()), "* localhost a a@gate ");
-}
-
-TEST(RegistryEditingTest, DeleteAndModifyMember) {
-  Registry registry;
-  registry.Addresses(*NewAddress("a", nullptr));
-  Entity key("a", nullptr, nullptr, 0);
-  registry.Delete(CO_USER, &key);
-  EXPECT_EQ(Names(registry.Addresses()), "* localhost a ");
-  EXPECT_EQ(registry.ModifyMember(CO_ADDRESS, &key, "x", 0, 0), 223);
-  Entity missing("zz", nullptr, nullptr, 0);
-  EXPECT_EQ(registry.ModifyMember(CO_ADDRESS, &missing, "x", 0, 0), 224);
-  EXPECT_EQ(registry.ModifyMember(CO_RULE, &key, "x", 0, 0), 224);
-  registry.Delete(CO_ADDRESS, &key);
-  EXPECT_EQ(Names(registry.Addresses()), "* localhost ");
 }
 
 TEST(RegistryUniqueTimesTest, ThirtyOneTimesInUseAreTheLimit) {
@@ -184,27 +151,6 @@ TEST(RegistryInterfacesTest, StealthWarnings) {
   EXPECT_EQ(Create(registry, "s1", INTERFACE_ADMIN), "Warning: operation replaced only STEALTH Interface.\n");
   EXPECT_EQ(Names(registry.DisabledInterfaces()), "s0 ");
   EXPECT_EQ(Names(registry.AdminInterfaces()), "s1 ");
-}
-
-TEST(RegistryListingTest, SearchAndEnumerateSkipBuiltInsAndSortNames) {
-  Registry registry;
-  registry.Addresses(*NewAddress("zeta", nullptr));
-  registry.Addresses(*NewAddress("alpha", "gate"));
-  registry.Addresses(*NewAddress("alpha", "other"));
-  testing::internal::CaptureStdout();
-  registry.EnumerateName(CO_ADDRESS);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(), "\"*\" RANGE\n\"alpha\" HOST\n\"localhost\" GROUP\n\"zeta\" HOST\n");
-  testing::internal::CaptureStdout();
-  registry.Enumerate(CO_ADDRESS, nullptr, nullptr);
-  std::string listed = testing::internal::GetCapturedStdout();
-  EXPECT_EQ(listed.find("localhost"), std::string::npos);
-  EXPECT_LT(listed.find("alpha"), listed.find("zeta"));
-  testing::internal::CaptureStdout();
-  registry.Search(CO_ADDRESS, "gate", "alp", nullptr, 0);
-  std::string found = testing::internal::GetCapturedStdout();
-  EXPECT_NE(found.find("\"alpha\""), std::string::npos);
-  EXPECT_EQ(found.find("zeta"), std::string::npos);
-  EXPECT_EQ(found.find("other"), std::string::npos);
 }
 
 }  // namespace

@@ -81,37 +81,6 @@ class RegistryVerificationTest : public testing::Test {
   std::string err_;  // what it wrote to the standard error stream
 };
 
-TEST_F(RegistryVerificationTest, CleanConfigurationIsLinkedAndGetsItsReverseInterfaces) {
-  ASSERT_EQ(Verify(std::string(kSite) + kGate + "www SERVICE tcp 80 ;\n"), 0);
-  EXPECT_EQ(out_, "");
-  EXPECT_EQ(err_, "");
-  Registry& store = registry();
-  // Localhost, the protected, other and known/unknown address sets are pinned
-  // byte for byte by the "admin" end-to-end case; here only the list places.
-  EXPECT_EQ(store.AdminInterfaces().Tail()->Data(), store.ReverseAdminInterface());
-  EXPECT_EQ(store.GWYInterfaces().Tail()->Data(), store.ReverseGWYInterface());
-
-  // The rules will work on reduced copies of the services.
-  EXPECT_EQ(Names(store.ServicesCompile()), Names(store.Services()));
-  Service& copy = *Find<Service>(store.ServicesCompile(), "www");
-  EXPECT_NE(&copy, Find<Service>(store.Services(), "www"));
-  EXPECT_EQ(copy.Reduced(), 1);
-  EXPECT_EQ(copy.Filters().Length(), 1);
-
-  // A family without interfaces knows nothing.
-  EXPECT_EQ(RangesOf(*store.KnownCLKAddresses()), "");
-  EXPECT_EQ(RangesOf(*store.UnknownCLKAddresses()), "0.0.0.0 - 255.255.255.255 ");
-}
-
-TEST_F(RegistryVerificationTest, CleanUpTakesTheReverseInterfacesAway) {
-  ASSERT_EQ(Verify(std::string(kSite) + kGate), 0);
-  registry().CleanUp();
-  EXPECT_EQ(registry().ReverseAdminInterface(), nullptr);
-  EXPECT_EQ(registry().ReverseGWYInterface(), nullptr);
-  EXPECT_EQ(Names(registry().AdminInterfaces()), "le0 ");
-  EXPECT_EQ(Names(registry().GWYInterfaces()), "le1 ");
-}
-
 TEST_F(RegistryVerificationTest, ObjectsOfOtherScreensMayNameWhatDoesNotExist) {
   EXPECT_EQ(Verify(std::string(kSite) + kGate +
                    "branch SCREEN ;\n"

@@ -44,12 +44,4 @@ TEST(TListTest, DeletingTheOnlyCellEmptiesTheList) {
   EXPECT_EQ(list.Length(), 0);
 }
 
-TEST(TListTest, DeleteDataFreesEveryElement) {
-  TList<int> list;
-  for (int i = 0; i < 5; ++i) list.Append(*new int(i));
-  list.Delete_Data();
-  EXPECT_TRUE(list.Empty());
-  EXPECT_EQ(list.Tail(), nullptr);
-}
-
 }  // namespace

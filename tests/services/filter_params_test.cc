@@ -122,28 +122,4 @@ TEST_F(FilterParamsTest, LargeSetsGiveTheSameAnswersAsSmallOnes) {
   EXPECT_TRUE(every_other->SubsetOf(*big));
 }
 
-TEST_F(FilterParamsTest, CopiesHaveNoIdAndPlainRanges) {
-  FilterParams::ResetUniqueId();
-  Set set(params_set(engines_.tcp, {0}, {{1, 5}}, -1, FD_REVERSE));
-  for (int i = 0; i < 7; ++i) FilterParams(nullptr, nullptr, nullptr, 0, FD_FORWARD).UniqueID();
-  EXPECT_EQ(set->UniqueID(), 7);
-  FilterParams copy(*set);
-  EXPECT_EQ(copy.UniqueID(), 8);
-  EXPECT_EQ(set->UniqueID(), 7);
-  EXPECT_EQ(copy.Broadcast(), -1);
-  EXPECT_EQ(copy.Direction(), FD_REVERSE);
-  EXPECT_EQ(listed(copy.Ranges()), listed(set->Ranges()));
-  EXPECT_NE(copy.Ranges().Head()->Data(), set->Ranges().Head()->Data());
-  FilterParams unnamed(nullptr, nullptr, nullptr, 0, FD_FORWARD);
-  FilterParams unnamed_copy(unnamed);
-  EXPECT_EQ(unnamed_copy.stateEngine(), unnamed.stateEngine());
-}
-
-TEST_F(FilterParamsTest, ConsistencyCountsParameters) {
-  Set right(params_set(engines_.tcp, {5}, {{1, 1}}));
-  Set wrong(params_set(engines_.tcp, {5, 6}, {{1, 1}}));
-  EXPECT_EQ(right->Consistent(), 0);
-  EXPECT_NE(wrong->Consistent(), 0);
-}
-
 }  // namespace

@@ -60,8 +60,6 @@ TEST_F(FilterTest, ResolveReportsWithTheConstantServiceWord) {
   EXPECT_EQ(errors.str(), "Error: \"nowhere\" refers to undefined STATEENGINE:\"Service\".\n");
   EXPECT_EQ(filter.EngineResolved(), nullptr);
   EXPECT_EQ(Generated(filter).Length(), 0);
-  EXPECT_TRUE(filter.Refer("nowhere", 0));
-  EXPECT_FALSE(filter.Refer("tcp", 0));
 }
 
 TEST_F(FilterTest, StarCoversTheEngineSpaceAndNoDiscriminatorMeansNoSet) {
@@ -97,17 +95,6 @@ TEST_F(FilterTest, ParamsCountOnlyWhereNoDefaultSetExistsYet) {
   EXPECT_EQ(*apart.At(0).Params().Head()->Data(), 9);
   EXPECT_EQ(listed(apart.At(0).Ranges()), (Bounds{{1, 1}}));
   EXPECT_EQ(listed(apart.At(1).Ranges()), (Bounds{{5, 6}}));
-}
-
-TEST_F(FilterTest, CopyKeepsTheLinkAndOwnsItsDiscriminators) {
-  std::unique_ptr<Filter> filter(Resolved("udp", {values(53, 53, 0, ints({1, 2}))}));
-  Filter copy(*filter);
-  filter.reset();
-  EXPECT_STREQ(copy.EngineName(), "udp");
-  EXPECT_EQ(copy.EngineResolved(), &engines_.udp);
-  ASSERT_EQ(copy.Discriminators().Length(), 1);
-  EXPECT_EQ(copy.Discriminators().Head()->Data()->Params().Length(), 2);
-  EXPECT_EQ(Generated(copy).At(0).Params().Length(), 2);
 }
 
 }  // namespace

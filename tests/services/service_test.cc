@@ -112,15 +112,11 @@ TEST_F(ServiceTest, CyclesAreFoundFromGroupsOnThem) {
   ASSERT_EQ(ResolveAll(errors_), 0);
   EXPECT_EQ(self.Reduce(), &self);
   a.Reduce();
-  ClearMarks();
-  EXPECT_EQ(self.DetectCycle(), 1);
-  ClearMarks();
-  EXPECT_EQ(a.DetectCycle(), 0);
-  ClearMarks();
-  EXPECT_EQ(b.DetectCycle(), 1);
-  ClearMarks();
-  EXPECT_EQ(c.DetectCycle(), 1);
-  EXPECT_EQ(single.DetectCycle(), 0);
+  const std::pair<Service*, int> expected[] = {{&self, 1}, {&a, 0}, {&b, 1}, {&c, 1}, {&single, 0}};
+  for (const auto& [service, cycle] : expected) {
+    ClearMarks();
+    EXPECT_EQ(service->DetectCycle(), cycle) << service->Name();
+  }
 }
 
 TEST_F(ServiceTest, IncludeKeepsDirectionsAndBroadcastValuesApart) {
@@ -186,136 +182,16 @@ TEST_F(ServiceTest, EmptiedSetsStillCount) {
   EXPECT_EQ(broadcast, &service);
 }
 
-TEST_F(ServiceTest, ConsistencyAndConflicts) {
+TEST_F(ServiceTest, CompetingEnginesInOneServiceAreInconsistent) {
   Service& good = Single("good");
   With(good, engines_.tcp, {{1, 100}});
   With(good, engines_.ranked, {{1, 100}});
   EXPECT_EQ(good.Consistent(), 0);
-  Service& miscounted = Single("miscounted");
-  With(miscounted, engines_.tcp, {{1, 5}}, 0, {1, 2});
-  EXPECT_NE(miscounted.Consistent(), 0);
   Service& competing = Single("competing");
   With(competing, engines_.tcp, {{1, 100}});
   With(competing, engines_.rival, {{50, 50}});
   EXPECT_NE(competing.Consistent(), 0);
-  Service& rival = Single("rival");
-  With(rival, engines_.rival, {{100, 120}});
-  EXPECT_NE(good.Conflicts(rival), 0);
-  EXPECT_NE(rival.Conflicts(good), 0);
-  EXPECT_EQ(good.Conflicts(good), 0);
-  Service& later = Single("later");
-  With(later, engines_.rival, {{101, 120}});
-  EXPECT_EQ(good.Conflicts(later), 0);
-}
-
-TEST_F(ServiceTest, BroadcastSplitCopiesEachKindApart) {
-  Service& mixed = Single("mixed");
-  With(mixed, engines_.tcp, {{1, 1}});
-  With(mixed, engines_.udp, {{2, 2}}, -1, {});
-  std::unique_ptr<FilterParams> back(params_set(engines_.udp, {}, {{3, 3}}));
-  mixed.Include(*back, 1);
-  Service* plain = nullptr;
-  Service* broadcast = nullptr;
-  mixed.BroadcastSplit(&plain, &broadcast);
-  Kept(plain);
-  Kept(broadcast);
-  ASSERT_NE(plain, &mixed);
-  EXPECT_STREQ(plain->Name(), "mixed");
-  EXPECT_STREQ(broadcast->Name(), "mixed-Broadcast");
-  EXPECT_EQ(plain->Filters().Length(), 1);
-  EXPECT_NE(&At(*plain, 0), &At(mixed, 0));
-  EXPECT_EQ(At(*broadcast, 0).Broadcast(), -1);
-  EXPECT_TRUE(plain->ReverseFilters().Empty());
-  Service& only_plain = Single("p");
-  With(only_plain, engines_.tcp, {{1, 1}});
-  plain = broadcast = nullptr;
-  only_plain.BroadcastSplit(&plain, &broadcast);
-  EXPECT_EQ(plain, &only_plain);
-  EXPECT_EQ(broadcast, nullptr);
-}
-
-TEST_F(ServiceTest, ReverseFilterSplit) {
-  Service& both = Single("both");
-  With(both, engines_.tcp, {{1, 1}});
-  std::unique_ptr<FilterParams> back(params_set(engines_.udp, {}, {{3, 3}}));
-  both.Include(*back, 1);
-  Service* forward = nullptr;
-  Service* reverse = nullptr;
-  both.ReverseServiceFilter(&forward, &reverse);
-  Kept(reverse);
-  EXPECT_EQ(forward, &both);
-  EXPECT_STREQ(reverse->Name(), "both_rev");
-  EXPECT_EQ(listed(At(*reverse, 0).Ranges()), (Bounds{{3, 3}}));
-  Service& only_reverse = Single("r");
-  only_reverse.Include(*back, 1);
-  forward = reverse = nullptr;
-  only_reverse.ReverseServiceFilter(&forward, &reverse);
-  Kept(reverse);
-  EXPECT_EQ(forward, nullptr);
-  ASSERT_NE(reverse, nullptr);
-}
-
-TEST_F(ServiceTest, StateEngineSplitFollowsTheEnginePaths) {
-  Service& only_reverse = Single("back");
-  With(only_reverse, engines_.ranked, {{1, 1}});  // Reverse only
-  Service* forward = nullptr;
-  Service* reverse = nullptr;
-  only_reverse.ReverseServiceStateEngine(&forward, &reverse);
-  Kept(reverse);
-  EXPECT_EQ(forward, nullptr);
-  ASSERT_NE(reverse, nullptr);
-  EXPECT_STREQ(reverse->Name(), "back_rev");
-  EXPECT_EQ(At(*reverse, 0).Direction(), FD_REVERSE);
-
-  Service& mixed = Single("mixed");
-  With(mixed, engines_.tcp, {{1, 1}});    // forward only
-  With(mixed, engines_.rival, {{2, 2}});  // both paths
-  With(mixed, engines_.ranked, {{3, 3}}); // reverse only
-  forward = reverse = nullptr;
-  mixed.ReverseServiceStateEngine(&forward, &reverse);
-  Kept(forward);
-  Kept(reverse);
-  ASSERT_NE(forward, &mixed);
-  EXPECT_EQ(forward->Screen(), nullptr);
-  EXPECT_EQ(forward->Filters().Length(), 2);
-  EXPECT_EQ(reverse->Filters().Length(), 2);
-  EXPECT_EQ(At(*reverse, 1).stateEngine(), &engines_.ranked);
-  EXPECT_EQ(At(mixed, 1).Direction(), FD_FORWARD);
-
-  Service& all_forward = Single("fwd");
-  With(all_forward, engines_.udp, {{1, 1}}, 0, {});  // both paths
-  forward = reverse = nullptr;
-  all_forward.ReverseServiceStateEngine(&forward, &reverse);
-  Kept(reverse);
-  EXPECT_EQ(forward, &all_forward);
-  EXPECT_STREQ(reverse->Name(), "fwd_rev");
-}
-
-TEST_F(ServiceTest, EtherSplit) {
-  Service& ip_only = Single("ip");
-  With(ip_only, engines_.tcp, {{1, 1}});
-  Service* ether = nullptr;
-  Service* other = nullptr;
-  ip_only.EtherSplit(&ether, &other);
-  EXPECT_EQ(other, &ip_only);
-  EXPECT_EQ(ether, nullptr);
-  Service& mixed = Single("m");
-  With(mixed, engines_.ether, {{0x800, 0x800}}, 0, {});
-  With(mixed, engines_.tcp, {{1, 1}});
-  mixed.EtherSplit(&ether, &other);
-  Kept(ether);
-  Kept(other);
-  EXPECT_STREQ(ether->Name(), "m_ether");
-  EXPECT_STREQ(other->Name(), "m");
-  EXPECT_NE(other, &mixed);
-  EXPECT_EQ(At(*other, 0).stateEngine(), &engines_.tcp);
-  Service& ether_only = Single("e");
-  With(ether_only, engines_.ether, {{1, 1}}, 0, {});
-  ether = other = nullptr;
-  ether_only.EtherSplit(&ether, &other);
-  Kept(ether);
-  EXPECT_EQ(other, nullptr);
-  EXPECT_STREQ(ether->Name(), "e_ether");
+  EXPECT_NE(good.Conflicts(competing), 0);
 }
 
 TEST_F(ServiceTest, OrderByStateEngineIsStableAndLosesNothing) {
@@ -336,58 +212,6 @@ TEST_F(ServiceTest, OrderByStateEngineIsStableAndLosesNothing) {
   EXPECT_EQ(order(), "2413");
   service.OrderByStateEngine(engine_list_);
   EXPECT_EQ(order(), "2413");
-}
-
-TEST_F(ServiceTest, CopyIsUnresolvedButKeepsItsSets) {
-  TList<Filter>* filters = new TList<Filter>;
-  filters->Append(*new Filter("tcp", nullptr));
-  Service* written = new Service("w", filters, nullptr, "north", "comment");
-  services_.Append(*written);
-  With(*written, engines_.tcp, {{1, 2}});
-  Service& group = Group("g", {"w"});
-  ASSERT_EQ(ResolveAll(errors_), 0);
-  group.Reduce();
-  Service copy(*written);
-  EXPECT_STREQ(copy.Screen(), "north");
-  EXPECT_FALSE(copy.Reduced());
-  ASSERT_NE(copy.InputFilters(), nullptr);
-  EXPECT_NE(copy.InputFilters()->Head()->Data(), written->InputFilters()->Head()->Data());
-  EXPECT_EQ(copy.InputFilters()->Head()->Data()->EngineResolved(), &engines_.tcp);
-  EXPECT_EQ(copy.InputReverseFilters(), nullptr);
-  EXPECT_TRUE(copy.Equal(*written));
-  Service group_copy(group);
-  EXPECT_EQ(group_copy.Type(), SERVICE_GROUP);
-  EXPECT_EQ(group_copy.ResolvedServices(), nullptr);
-  ASSERT_EQ(group_copy.InputServices()->Length(), 1);
-  EXPECT_NE(dynamic_cast<Service*>(group_copy.InputServices()->Head()->Data()), nullptr);
-  EXPECT_EQ(group_copy.Filters().Length(), 1);
-}
-
-TEST_F(ServiceTest, EditingReferencesAndSearch) {
-  Service& single = Single("s");
-  EXPECT_EQ(single.Member("x", 0, 0), 223);
-  TList<Filter>* filters = new TList<Filter>;
-  filters->Append(*new Filter("tcp", nullptr));
-  TList<Filter>* reverse = new TList<Filter>;
-  reverse->Append(*new Filter("udp", nullptr));
-  Service* written = new Service("w", filters, reverse, "north", nullptr);
-  services_.Append(*written);
-  EXPECT_TRUE(written->Refer(CO_STATE_ENGINE, "udp", 0));
-  EXPECT_TRUE(written->Refer(CO_SCREEN, "north", 0));
-  EXPECT_FALSE(written->Refer(CO_SERVICE, "tcp", 0));
-  Service& group = Group("g", {"a"});
-  group.Member("b", 0, 0);
-  group.Member("b", 0, 0);
-  group.Member("a", 1, 0);
-  ASSERT_EQ(group.InputServices()->Length(), 1);
-  EXPECT_TRUE(group.Refer(CO_SERVICE, "b", 0));
-  group.RenameReference(CO_SERVICE, "b", "beta");
-  EXPECT_TRUE(group.Refer(CO_SERVICE, "beta", 0));
-  EXPECT_TRUE(group.Match(nullptr, "g", "GROUP", 1));
-  EXPECT_FALSE(group.Match(nullptr, "g", "SINGLE", 1));
-  EXPECT_FALSE(group.Match(nullptr, nullptr, nullptr, 1));
-  EXPECT_TRUE(written->Match("north", nullptr, nullptr, 0));
-  EXPECT_FALSE(written->Match(nullptr, "w", "HOST", 0));
 }
 
 }  // namespace
