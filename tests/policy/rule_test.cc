@@ -223,7 +223,7 @@ TEST(RuleTest, SplitByFilterParamsMakesOneRulePerSet) {
   for (TList_Cell<Entity>* cell = rules->Head(); cell != nullptr; cell = cell->Next(), ++index) {
     Rule& part = static_cast<Rule&>(*cell->Data());
     EXPECT_EQ(part.SvcResolved(), service_cell->Data());
-    EXPECT_STREQ(part.InputService().Name(), expected_names[index]);
+    EXPECT_STREQ(service_cell->Data()->Name(), expected_names[index]);
     EXPECT_EQ(part.Origin(), original.get());
     EXPECT_EQ(tags(part), std::vector<int>{5});
     service_cell = service_cell->Next();

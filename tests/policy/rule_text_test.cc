@@ -44,10 +44,7 @@ TEST(RuleTextTest, DenyWithoutOptionsEndsInDeny) {
 TEST(RuleTextTest, EveryOptionInItsPlace) {
   Rule rule("www", "inside", "outside", "alice", nullptr, nullptr, "corp", ACTION_ALLOW,
             LOG_SESSION, SNMP_TRAP, ICMP_NONE, 0, nullptr, "office", "gate", "web \"out\"");
-  EXPECT_EQ(printed(rule),
-            "RULE\t\"www\"  \"inside\"  \"outside\"  USER \"alice\" VPN \"corp\"  ALLOW LOG SESSION"
-            " SNMP TIME\t\"office\"\tSCREEN\t\"gate\"\tCOMMENT\t\"web \"out\"\"");
-  // The listing line is always the full line.
+  // The listing line is always the full line; quotes inside a comment stay as written.
   EXPECT_EQ(listed(rule),
             "SCREEN \"gate\" \"www\" \"inside\" \"outside\" USER \"alice\" VPN \"corp\" ALLOW"
             " LOG SESSION SNMP TIME \"office\" COMMENT \"web \"out\"\"\n");
@@ -74,9 +71,6 @@ TEST(RuleTextTest, FlagWordsByValue) {
 TEST(RuleTextTest, DenyRuleWithUserAndAnswer) {
   Rule rule("www", "inside", "outside", "bob", nullptr, nullptr, nullptr, ACTION_DENY,
             LOG_SUMMARY, SNMP_NONE, ICMP_PORT_UNREACHABLE, 0, nullptr, nullptr, nullptr, "x");
-  EXPECT_EQ(printed(rule),
-            "RULE\t\"www\"  \"inside\"  \"outside\"  USER \"bob\"  DENY LOG SUMMARY"
-            " ICMP PORT_UNREACHABLE\tCOMMENT\t\"x\"");
   EXPECT_EQ(listed(rule),
             "\"www\" \"inside\" \"outside\" USER \"bob\" DENY LOG SUMMARY ICMP PORT_UNREACHABLE"
             " COMMENT \"x\"\n");
