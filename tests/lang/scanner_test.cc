@@ -82,23 +82,15 @@ TEST(ScannerKeywordTest, TokenKindsOfWordsAndPunctuation) {
   for (const auto& c : cases) EXPECT_EQ(Kinds(c.source), c.kinds) << c.source;
 }
 
-TEST(ScannerKeywordTest, KeywordFollowedByNameCharacterIsAName) {
-  std::vector<Scanned> tokens = Scan("ADDRESS1 RULE.x SCREEN>y");
-  ASSERT_EQ(tokens.size(), 3u);
-  EXPECT_EQ(tokens[0].kind, TOK_STRING);
-  EXPECT_EQ(tokens[0].text, "ADDRESS1");
-  EXPECT_EQ(tokens[1].text, "RULE.x");
-  EXPECT_EQ(tokens[2].text, "SCREEN>y");
-}
-
+// A keyword followed by a name character is a name, and so are dashed words.
 TEST(ScannerNameTest, NameCharacters) {
-  std::vector<Scanned> tokens = Scan("PRE-SHARED a->b _x -5a --a -- -0x10");
   std::vector<std::string> texts;
-  for (const Scanned& token : tokens) {
+  for (const Scanned& token : Scan("ADDRESS1 RULE.x SCREEN>y PRE-SHARED a->b _x -5a --a -- -0x10")) {
     EXPECT_EQ(token.kind, TOK_STRING) << token.text;
     texts.push_back(token.text);
   }
-  EXPECT_EQ(texts, (std::vector<std::string>{"PRE-SHARED", "a->b", "_x", "-5a", "--a", "--", "-0x10"}));
+  EXPECT_EQ(texts, (std::vector<std::string>{"ADDRESS1", "RULE.x", "SCREEN>y", "PRE-SHARED", "a->b",
+                                             "_x", "-5a", "--a", "--", "-0x10"}));
 }
 
 TEST(ScannerNumberTest, DecimalValuesFollowAtoiAndSaturateAtThirtyTwoBits) {
@@ -208,16 +200,14 @@ TEST(ScannerStringTest, LongStringsAreTruncatedWithOneWarning) {
   ASSERT_EQ(tokens.size(), 2u);
   EXPECT_EQ(tokens[0].text, kept);
   EXPECT_EQ(tokens[1].text, "next");
-}
 
-TEST(ScannerStringTest, DoublingBackslashAtTheLimitTakesTheEscapeBack) {
-  std::string source = "\"" + std::string(254, 'c') + "\\x\"";
+  // An escape that would cross the limit is taken back whole.
+  std::string short_kept(254, 'c');
   testing::internal::CaptureStderr();
-  std::vector<Scanned> tokens = Scan(source);
-  std::string kept(254, 'c');
+  tokens = Scan("\"" + short_kept + "\\x\"");
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            "Warning: String '" + kept + "' truncated to 255 characters.\n");
-  EXPECT_EQ(tokens[0].text, kept);
+            "Warning: String '" + short_kept + "' truncated to 255 characters.\n");
+  EXPECT_EQ(tokens[0].text, short_kept);
 }
 
 TEST(ScannerStringTest, NulEndsTheString) {
