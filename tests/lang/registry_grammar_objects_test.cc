@@ -44,16 +44,20 @@ TEST(ServiceGrammarTest, NumbersWithoutBlankAreTwoDiscriminators) {
             "\"s\"\tSERVICE\ttcp\t1 4294967294 ");
 }
 
-// The direction flags of used engines are pinned by the end-to-end outputs.
+// The end-to-end outputs pin engines of both directions; a reverse-only one is not among them.
 TEST(StateEngineGrammarTest, InternalAndUsedEngines) {
   ParsedConfiguration parsed(
       "tcp_engine STATE_ENGINE ;\n"
-      "tcp STATE_ENGINE tcp_engine port FORWARD 1 2 0xffff 3 10 20 ;\n");
+      "tcp STATE_ENGINE tcp_engine port FORWARD 1 2 0xffff 3 10 20 ;\n"
+      "back STATE_ENGINE tcp_engine port REVERSE 1 4 65535 0 ;\n");
   ASSERT_EQ(parsed.result, 0) << parsed.err;
   EXPECT_EQ(Names(parsed.registry().StateEngineInternals()), "tcp_engine ");
   StateEngine* tcp = parsed.Find<StateEngine>(parsed.registry().StateEngines(), "tcp");
   EXPECT_EQ(tcp->MaxValue(), 0xffffu);
   EXPECT_EQ(tcp->DefaultParams().Length(), 2);
+  StateEngine* back = parsed.Find<StateEngine>(parsed.registry().StateEngines(), "back");
+  EXPECT_EQ(back->Forward(), 0);
+  EXPECT_EQ(back->Reverse(), 1);
 }
 
 TEST(InterfaceGrammarTest, EveryKindWithItsOptions) {
