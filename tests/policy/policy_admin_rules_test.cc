@@ -57,27 +57,15 @@ class PolicyAdminRulesTest : public testing::Test {
   std::string messages;
 };
 
-TEST_F(PolicyAdminRulesTest, NoAccessEntriesNeedNothing) {
-  EXPECT_TRUE(Generate(AddScreen("gate", nullptr, nullptr)));
+TEST_F(PolicyAdminRulesTest, AccessEntriesNeedTheServiceAndEitherCertificate) {
+  EXPECT_TRUE(Generate(AddScreen("bare", nullptr, nullptr)));
   EXPECT_EQ(messages, "");
-}
-
-TEST_F(PolicyAdminRulesTest, AccessEntriesNeedTheService) {
   AddAccessEntry();
   EXPECT_FALSE(Generate(AddScreen("gate", "skip cert", nullptr)));
   EXPECT_EQ(messages, "Error: Service not defined. (\"remote administration\")\n");
-}
-
-TEST_F(PolicyAdminRulesTest, AccessEntriesNeedAnAdministrativeCertificate) {
-  AddAccessEntry();
   AddRemoteAdministration();
-  EXPECT_FALSE(Generate(AddScreen("gate", nullptr, nullptr)));
-  EXPECT_EQ(messages, "Error: Ferrowall object has no Administrative Certificate (gate)\n");
-}
-
-TEST_F(PolicyAdminRulesTest, EitherCertificateKindIsEnough) {
-  AddAccessEntry();
-  AddRemoteAdministration();
+  EXPECT_FALSE(Generate(AddScreen("none", nullptr, nullptr)));
+  EXPECT_EQ(messages, "Error: Ferrowall object has no Administrative Certificate (none)\n");
   EXPECT_TRUE(Generate(AddScreen("skip only", "skip cert", nullptr)));
   EXPECT_TRUE(Generate(AddScreen("ike only", nullptr, "ike cert")));
   EXPECT_EQ(messages, "");

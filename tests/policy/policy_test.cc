@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <stdlib.h>
-
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -11,6 +9,7 @@
 
 #include "driver/fw_file.h"
 #include "model/registry.h"
+#include "policy/rule_fixture.h"
 #include "screen/ferrowall.h"
 
 namespace {
@@ -27,22 +26,12 @@ std::string Names(const TList<Entity>& list) {
 
 Entity* NewEntry(const char* name, const char* screen = nullptr) { return new Entity(name, screen, nullptr, 0); }
 
-TEST(PolicyTest, NamedAfterItsFileAndReadonlyWhenVersioned) {
-  Policy versioned(new FWFile(nullptr, "policy.7"));
-  EXPECT_STREQ(versioned.Name(), "policy.7");
-  EXPECT_EQ(versioned.ReadonlyVersion(), 1);
-  Policy plain(new FWFile(nullptr, "policy"));
-  EXPECT_EQ(plain.ReadonlyVersion(), 0);
-  plain.Load("registry");
-  plain.RegVersion(3);
-  EXPECT_EQ(plain.RegVersion(), 3);
-}
-
-TEST(PolicyTest, LoadFileLiesInThePolicysDomain) {
+TEST(PolicyTest, VersionedFileIsReadonlyAndItsLoadShareItsDomain) {
+  EXPECT_EQ(Policy(new FWFile(nullptr, "policy")).ReadonlyVersion(), 0);
   Policy policy(new FWFile("./lab", "policy.2"));
+  EXPECT_EQ(policy.ReadonlyVersion(), 1);
   policy.Load("registry.5");
   EXPECT_STREQ(policy.Load()->Directory(), "./lab");
-  EXPECT_EQ(policy.RegVersion(), 0);
 }
 
 TEST(PolicyEditingTest, ListOperationsByKind) {
@@ -99,26 +88,6 @@ TEST(PolicyVerifyTest, RemoteAccessNeedsAnEnabledInterface) {
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
             "Error: No enabled (Routing or Admin) Interfaces specified with remote admin rules.\n");
 }
-
-// Verification writes the proxy files into the current directory, so the
-// test that reaches that stage runs in a directory of its own.
-class PolicyVerifyInScratchTest : public testing::Test {
- protected:
-  void SetUp() override {
-    previous_ = std::filesystem::current_path();
-    std::string pattern = (std::filesystem::temp_directory_path() / "fw_policy_XXXXXX").string();
-    scratch_ = mkdtemp(pattern.data());
-    std::filesystem::current_path(scratch_);
-  }
-  void TearDown() override {
-    std::filesystem::current_path(previous_);
-    std::filesystem::remove_all(scratch_);
-  }
-
- private:
-  std::filesystem::path previous_;
-  std::filesystem::path scratch_;
-};
 
 TEST_F(PolicyVerifyInScratchTest, EmptyPolicyVerifiesAndEmptiesTheFourProxyFiles) {
   std::ofstream("ftpp.conf") << "21\n1\n";

@@ -13,7 +13,7 @@ namespace {
 // Only rules that decrypt manual IPsec at the screen are compared; rules
 // without such parameters pass the conflict stage of the verification
 // whatever their addresses, down to the last rule of the list.
-TEST(RuleConflictsTest, RulesWithoutManualParametersPassTheConflictStage) {
+TEST_F(PolicyVerifyInScratchTest, RulesWithoutManualParametersPassTheConflictStage) {
   Policy policy(new FWFile(nullptr, nullptr));
   for (int copies = 0; copies < 3; ++copies) policy.Rules(*parsed_rule("www", "*", "localhost").release());
   Registry registry;

@@ -1,8 +1,15 @@
-// Rules and the registry objects they refer to, shared by the rule tests.
+// Rules and the registry objects they refer to, shared by the policy tests,
+// and a scratch directory for the tests that verify a whole policy.
 #ifndef FW_TESTS_POLICY_RULE_FIXTURE_H
 #define FW_TESTS_POLICY_RULE_FIXTURE_H
 
+#include <stdlib.h>
+
+#include <filesystem>
 #include <memory>
+#include <string>
+
+#include <gtest/gtest.h>
 
 #include "model/address.h"
 #include "policy/rule.h"
@@ -41,5 +48,25 @@ inline std::unique_ptr<Rule> derived_rule(Service& service, const Address& sourc
                                         nullptr, ACTION_ALLOW, LOG_SUMMARY, SNMP_TRAP, ICMP_NONE,
                                         0, nullptr, nullptr, "gate", "derived"));
 }
+
+// Verification writes the proxy files into the current directory, so the
+// tests that reach that stage run in a directory of their own.
+class PolicyVerifyInScratchTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    previous_ = std::filesystem::current_path();
+    std::string pattern = (std::filesystem::temp_directory_path() / "fw_policy_XXXXXX").string();
+    scratch_ = mkdtemp(pattern.data());
+    std::filesystem::current_path(scratch_);
+  }
+  void TearDown() override {
+    std::filesystem::current_path(previous_);
+    std::filesystem::remove_all(scratch_);
+  }
+
+ private:
+  std::filesystem::path previous_;
+  std::filesystem::path scratch_;
+};
 
 #endif
