@@ -110,18 +110,6 @@ TEST_F(VarsTest, NamelessObjectIsDropped) {
   EXPECT_NE(tombstone.list(), nullptr);
 }
 
-TEST_F(VarsTest, MultipleValuesComeAsPairs) {
-  vallist list;
-  ASSERT_EQ(vars_get_values(nullptr, "iked", nullptr, "LogEvents", list, nullptr), 0);
-  ASSERT_EQ(list.size(), 2u);
-  EXPECT_EQ(list[0].first, "ERR");
-  EXPECT_EQ(list[0].second, "tunnel");
-  EXPECT_EQ(list[1].second, "phase 1");
-  EXPECT_EQ(vars_get_values(nullptr, "iked", nullptr, "Mixed", list, nullptr), -1);
-  EXPECT_TRUE(list.empty());
-  EXPECT_EQ(vars_get_values(nullptr, "iked", nullptr, "LogSeverity", list, nullptr), -1);
-}
-
 TEST_F(VarsTest, MissingActiveVariableFallsBackToActive0OnceAnHour) {
   std::string value;
   std::string marker = dir_ / "etc/.active/.active_defaulted";
