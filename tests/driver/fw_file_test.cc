@@ -1,11 +1,14 @@
 #include "driver/fw_file.h"
 
+#include <dirent.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <cstdlib>
 #include <fstream>
 #include <string>
+
+#include "support/test_env.h"
 
 namespace {
 
@@ -15,14 +18,12 @@ std::string Take(char* text) {
   return copy;
 }
 
-TEST(FWFileNamingTest, StandardInputHasNoPaths) {
-  FWFile file(nullptr, nullptr);
-  EXPECT_STREQ(file.Basename(), "<stdin>");
-  EXPECT_EQ(file.Versname(), nullptr);
-  EXPECT_EQ(file.Basepath(), nullptr);
-  EXPECT_EQ(file.Verspath(), nullptr);
-  EXPECT_EQ(file.Exists(), 1);
-  EXPECT_EQ(file.readFILE(), stdin);
+int EntriesIn(const std::string& directory) {
+  int count = 0;
+  DIR* dir = opendir(directory.c_str());
+  while (struct dirent* entry = readdir(dir)) count += entry->d_name[0] != '.';
+  closedir(dir);
+  return count;
 }
 
 TEST(FWFileNamingTest, DomainsAndDirectories) {
@@ -33,36 +34,24 @@ TEST(FWFileNamingTest, DomainsAndDirectories) {
   EXPECT_EQ(Take(FWFile("/tmp/", "p").pathname("q")), "/tmp/q");
 }
 
-class FWFileVersionTest : public testing::Test {
- protected:
-  void SetUp() override {
-    char pattern[] = "/tmp/fwfile_XXXXXX";
-    directory_ = mkdtemp(pattern);
-  }
-  void TearDown() override { std::system(("rm -rf " + directory_).c_str()); }
-  void Touch(const std::string& name) { std::ofstream(directory_ + "/" + name) << "x"; }
-  std::string directory_;
-};
-
-TEST_F(FWFileVersionTest, NewVersionFollowsTheHighestStoredNumber) {
-  Touch("policy.3");
-  Touch("policy.12");
-  Touch("policy.x");
-  Touch("other.40");
-  FWFile file(directory_.c_str(), "policy");
+TEST(FWFileVersionTest, NewVersionFollowsTheHighestStoredNumber) {
+  TempDir dir;
+  for (const char* name : {"policy.3", "policy.12", "policy.x", "other.40"}) dir.write(name, "x");
+  FWFile file(dir.path().c_str(), "policy");
   std::ofstream* base = nullptr;
   std::ofstream* vers = nullptr;
   char* path = nullptr;
   EXPECT_EQ(file.newversion(&base, &vers, &path), 13);
-  EXPECT_EQ(Take(path), directory_ + "/policy.13");
+  EXPECT_EQ(Take(path), dir / "policy.13");
   delete base;
   delete vers;
-  EXPECT_EQ(access((directory_ + "/policy.13").c_str(), F_OK), 0);
-  EXPECT_EQ(access((directory_ + "/policy").c_str(), F_OK), 0);
+  EXPECT_EQ(access((dir / "policy.13").c_str(), F_OK), 0);
+  EXPECT_EQ(access((dir / "policy").c_str(), F_OK), 0);
 }
 
-TEST_F(FWFileVersionTest, WithoutVersionFileOnlyTheCounterRises) {
-  FWFile file(directory_.c_str(), "policy");
+TEST(FWFileVersionTest, WithoutVersionFileOnlyTheCounterRises) {
+  TempDir dir;
+  FWFile file(dir.path().c_str(), "policy");
   file.Version(-4);
   std::ofstream* base = nullptr;
   EXPECT_EQ(file.newversion(&base, nullptr, nullptr), 1);
@@ -71,16 +60,33 @@ TEST_F(FWFileVersionTest, WithoutVersionFileOnlyTheCounterRises) {
   EXPECT_EQ(standard_input.newversion(&base, nullptr, nullptr), -1);
 }
 
-TEST_F(FWFileVersionTest, ExistsAndReadFile) {
-  Touch("present");
-  FWFile present(directory_.c_str(), "present");
-  FWFile missing(directory_.c_str(), "missing");
-  EXPECT_EQ(present.Exists(), 1);
-  EXPECT_EQ(missing.Exists(), 0);
-  FILE* stream = present.readFILE();
-  ASSERT_NE(stream, nullptr);
-  fclose(stream);
-  EXPECT_EQ(missing.readFILE(), nullptr);
+TEST(FWFileLockTest, WithoutLockEverythingSucceedsAndNothingIsWritten) {
+  TempDir dir;
+  FWFile file(dir.path().c_str(), "policy.3");
+  EXPECT_EQ(file.AcquireReadLock(), 101);
+  EXPECT_EQ(file.AcquireWriteLock(), 102);
+  EXPECT_EQ(file.ReadLock(), 104);
+  EXPECT_EQ(file.WriteLock(), 106);
+  file.FreeReadLock();
+  file.FreeWriteLock(1);
+  EXPECT_EQ(EntriesIn(dir.path()), 0);
+}
+
+TEST(FWFileLockTest, SetlockLocksTheFileForTheAdministeringUser) {
+  TempDir dir;
+  ScopedEnv user("FWADM_USER", "admin");
+  FWFile file(dir.path().c_str(), "policy.3");
+  file.setlock();
+  ASSERT_NE(file.getlock(), nullptr);
+  EXPECT_EQ(std::string(file.getlock()->Path()), dir / "policy.lock");
+  EXPECT_EQ(file.AcquireReadLock(), 101);
+  std::ifstream lock_file(dir / "policy.lock");
+  std::string line;
+  std::getline(lock_file, line);
+  EXPECT_EQ(line, std::to_string(getpid()) + " READ unknown admin");
+  FWFile input(nullptr, nullptr);
+  input.setlock();
+  EXPECT_EQ(input.getlock(), nullptr) << "standard input has no lock";
 }
 
 }  // namespace

@@ -121,24 +121,6 @@ TEST_F(LockTest, SecondProcessIsRefusedAndFreeWriteLockKeepsOtherReaders) {
   EXPECT_EQ(lines_of(lock_file_), std::vector<std::string>{line(getpid(), "READ", "h", "u")});
 }
 
-TEST_F(LockTest, FreeWriteLockWithoutWriteLockChangesNothing) {
-  Lock lock(policy_.c_str(), "h", "u");
-  ASSERT_EQ(lock.AcquireReadLock(), 101);
-  Lock other(policy_.c_str(), "h", "w");
-  other.Pid(getpid() + 1);
-  ASSERT_EQ(other.AcquireReadLock(), 101);
-  lock.FreeWriteLock(1);
-  EXPECT_EQ(lines_of(lock_file_).size(), 2u);
-}
-
-TEST_F(LockTest, PidMinusOneIsIgnored) {
-  Lock lock(policy_.c_str(), "h", "u");
-  lock.Pid(-1);
-  EXPECT_EQ(lock.Pid(), getpid());
-  lock.Pid(77);
-  EXPECT_EQ(lock.Pid(), 77);
-}
-
 TEST_F(LockTest, LockFileThatCantBeOpenedIsError100) {
   Lock lock((dir_ / "missing/dir/policy").c_str(), "h", "u");
   EXPECT_EQ(lock.AcquireReadLock(), 100);

@@ -52,13 +52,10 @@ TEST_F(PolicyVerificationTest, UndefinedTimeAndVpn) {
             "compiler error\n");
 }
 
-TEST_F(PolicyVerificationTest, TimeStarMeansAlways) {
-  EXPECT_EQ(Compile("RULE www inside web ALLOW TIME \"*\" ;\n"), 0);
-  EXPECT_EQ(run.Err(), "");
-}
-
-TEST_F(PolicyVerificationTest, EntriesOfAnotherScreenNeedNoValidNames) {
-  EXPECT_EQ(Compile("RULE nosuch from to ALLOW SCREEN elsewhere ;\nNAT STATIC a b c d SCREEN elsewhere ;\n"), 0);
+TEST_F(PolicyVerificationTest, TimeStarAndEntriesOfAnotherScreenPass) {
+  EXPECT_EQ(Compile("RULE www inside web ALLOW TIME \"*\" ;\n"
+                    "RULE nosuch from to ALLOW SCREEN elsewhere ;\nNAT STATIC a b c d SCREEN elsewhere ;\n"),
+            0);
   EXPECT_EQ(run.Err(), "");
 }
 
@@ -109,25 +106,23 @@ const char kInterfaces[] =
     "le0 INTERFACE ADMIN inside SCREEN gate ;\n"
     "le1 INTERFACE GWY beyond SCREEN gate ;\n";
 
-TEST_F(ScreenVerificationTest, HAInterfaceWithoutHARole) {
-  EXPECT_EQ(CompileWith(std::string("gate SCREEN ADMIN_IP 192.168.1.1 ;\n") + kInterfaces +
-                        "le2 INTERFACE HA pair SCREEN gate ;\n"),
-            245);
-  EXPECT_EQ(run.Err(), "Error: HA not enabled but HA Interface(s) defined.\ncompiler error\n");
-}
-
-TEST_F(ScreenVerificationTest, HAScreenWithoutHAAddressOrInterface) {
-  EXPECT_EQ(CompileWith(std::string("gate SCREEN ADMIN_IP 192.168.1.1 HA_PRIMARY ;\n") + kInterfaces), 245);
-  EXPECT_EQ(run.Err(), "Error: HA Screen is missing HA_IP parameter.\ncompiler error\n");
-  EXPECT_EQ(CompileWith(std::string("gate SCREEN ADMIN_IP 192.168.1.1 HA_PRIMARY HA_ADMIN_IP 10.9.9.1 ;\n") +
-                        kInterfaces),
-            245);
-  EXPECT_EQ(run.Err(), "Error: HA enabled with no HA Interface defined.\ncompiler error\n");
-}
-
-TEST_F(ScreenVerificationTest, SecondaryWithoutMasterFailsFirst) {
-  EXPECT_EQ(CompileWith(std::string("gate SCREEN ADMIN_IP 192.168.1.1 HA_SECONDARY ;\n") + kInterfaces), 245);
-  EXPECT_EQ(run.Err(), "Error: HA Secondary with no Master\ncompiler error\n");
+TEST_F(ScreenVerificationTest, HighAvailabilityFaults) {
+  const struct {
+    const char* screen;
+    const char* more;
+    const char* err;
+  } cases[] = {
+      {"gate SCREEN ADMIN_IP 192.168.1.1 ;\n", "le2 INTERFACE HA pair SCREEN gate ;\n",
+       "Error: HA not enabled but HA Interface(s) defined.\n"},
+      {"gate SCREEN ADMIN_IP 192.168.1.1 HA_PRIMARY ;\n", "", "Error: HA Screen is missing HA_IP parameter.\n"},
+      {"gate SCREEN ADMIN_IP 192.168.1.1 HA_PRIMARY HA_ADMIN_IP 10.9.9.1 ;\n", "",
+       "Error: HA enabled with no HA Interface defined.\n"},
+      {"gate SCREEN ADMIN_IP 192.168.1.1 HA_SECONDARY ;\n", "", "Error: HA Secondary with no Master\n"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(CompileWith(c.screen + std::string(kInterfaces) + c.more), 245) << c.screen;
+    EXPECT_EQ(run.Err(), std::string(c.err) + "compiler error\n") << c.screen;
+  }
 }
 
 }  // namespace

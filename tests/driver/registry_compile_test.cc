@@ -28,20 +28,22 @@ TEST_F(LoadFileTest, TheLoadedFileIsReadAfterTheMainFile) {
   EXPECT_EQ(run.Err(), "Warning: No enabled (Routing or Admin) Interfaces detected.\n");
 }
 
-TEST_F(LoadFileTest, AMissingLoadFileIsNotFound) {
-  EXPECT_EQ(Compile("LOAD \"registry.3\"\n"), 240);
-  EXPECT_EQ(run.Err(), "file not found.\n");
-}
-
-TEST_F(LoadFileTest, AnErrorInTheMainFileLeavesTheLoadFileAlone) {
-  EXPECT_EQ(Compile("LOAD \"registry.3\"\nbroken ;\n"), 241);
-  EXPECT_EQ(run.Err(), "parse error near token ;.\nparse error.\n");
-}
-
-TEST_F(LoadFileTest, ErrorsInTheLoadFileAreParseErrors) {
-  run.Write("out/registry.2", "gate SCREEN ;\nbroken ;\n");
-  EXPECT_EQ(Compile("LOAD \"registry.2\"\n"), 241);
-  EXPECT_EQ(run.Err(), "parse error near token ;.\nparse error.\n");
+TEST_F(LoadFileTest, MissingLoadFileAndErrorsOnEitherSide) {
+  const struct {
+    const char* policy;
+    int status;
+    const char* err;
+  } cases[] = {
+      {"LOAD \"registry.3\"\n", 240, "file not found.\n"},
+      // An error in the main file comes before the missing load file is looked for.
+      {"LOAD \"registry.3\"\nbroken ;\n", 241, "parse error near token ;.\nparse error.\n"},
+      {"LOAD \"registry.4\"\n", 241, "parse error near token ;.\nparse error.\n"},
+  };
+  run.Write("out/registry.4", "gate SCREEN ;\nbroken ;\n");
+  for (const auto& c : cases) {
+    EXPECT_EQ(Compile(c.policy), c.status) << c.policy;
+    EXPECT_EQ(run.Err(), c.err) << c.policy;
+  }
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "log_capture.h"
+#include "test_env.h"
 
 namespace {
 
@@ -16,25 +16,6 @@ bool same_list(const attrib* a, const attrib* b) {
     if (!same_list(a->children, b->children)) return false;
   }
   return a == b;
-}
-
-TEST(AttribParseTest, EmptyTextLeavesFirstElementEmpty) {
-  Xstring remainder("junk");
-  attrib list("", remainder);
-  EXPECT_EQ(remainder, "");
-  EXPECT_EQ(list.type, attr_unknown);
-  EXPECT_TRUE(list.name.isnull());
-  EXPECT_EQ(list.next, nullptr);
-}
-
-TEST(AttribParseTest, PlainAsciiUtf8BecomesAsciiAndKeepsQuotes) {
-  Xstring remainder;
-  attrib list("a:utf8=\"hello\"; b:utf8=\"gr\xc3\xbc\xc3\x9f\";", remainder);
-  EXPECT_EQ(remainder, "");
-  EXPECT_EQ(list.type, attr_ascii);
-  EXPECT_EQ(list.value, "\"hello\"");
-  ASSERT_NE(list.next, nullptr);
-  EXPECT_EQ(list.next->type, attr_utf8);
 }
 
 TEST(AttribParseTest, TypePrefixHitsTheLastEntryThatFits) {
@@ -53,25 +34,6 @@ TEST(AttribParseTest, TypePrefixHitsTheLastEntryThatFits) {
   EXPECT_EQ(list.find("f")->printable(), "f:ascii=6; g:signed32=-7; ");
 }
 
-TEST(AttribParseTest, StructHasOneChildAndPrintsBack) {
-  Xstring remainder;
-  attrib list("a:struct={ b:ascii=1; };", remainder);
-  EXPECT_EQ(remainder, "");
-  EXPECT_EQ(list.type, attr_struct);
-  EXPECT_EQ(list.value, "");
-  ASSERT_NE(list.children, nullptr);
-  EXPECT_EQ(list.children->name, "b");
-  EXPECT_EQ(list.children->next, nullptr);
-  EXPECT_EQ(list.printable(), "a:struct={ b:ascii=1; }; ");
-}
-
-TEST(AttribParseTest, SemicolonEndsScalarEvenInQuotes) {
-  Xstring remainder;
-  attrib list("a:ascii=\"x;", remainder);
-  EXPECT_EQ(remainder, "");
-  EXPECT_EQ(list.value, "\"x");
-}
-
 TEST(AttribParseTest, BracesAndEscapedQuotesInsideQuotesDontEndStruct) {
   Xstring remainder;
   attrib list("s:struct={ b:ascii=\"}\"; c:ascii=\"\\\"{\"; }; t:ascii=2;", remainder);
@@ -82,17 +44,6 @@ TEST(AttribParseTest, BracesAndEscapedQuotesInsideQuotesDontEndStruct) {
   EXPECT_EQ(list.children->next->value, "\"\\\"{\"");
   ASSERT_NE(list.next, nullptr);
   EXPECT_EQ(list.next->name, "t");
-}
-
-TEST(AttribParseTest, WholeTextInQuotesOrBraces) {
-  Xstring remainder;
-  attrib quoted(" \" a:ascii=1; \" ", remainder);
-  EXPECT_EQ(remainder, "");
-  EXPECT_EQ(quoted.name, "a");
-  attrib braced("{ a:ascii=1; b:ascii=2; } ;", remainder);
-  EXPECT_EQ(remainder, "");
-  ASSERT_NE(braced.next, nullptr);
-  EXPECT_EQ(braced.next->value, "2");
 }
 
 TEST(AttribParseTest, PrintableParsesBackToAnEqualList) {
@@ -148,35 +99,11 @@ INSTANTIATE_TEST_SUITE_P(
         ParseFailure{"FailureInsideStruct", "a:struct={ b:ascii 1; };", "attrib_parse: missing equals", "b:ascii 1;"}),
     [](const testing::TestParamInfo<ParseFailure>& info) { return std::string(info.param.name); });
 
-TEST(AttribParseTest, ElementsBeforeAFailureStayLinked) {
-  LogCapture log;
-  Xstring remainder;
-  attrib list("a:ascii=1; b:ascii=2; c", remainder);
-  EXPECT_EQ(remainder, "c");
-  EXPECT_EQ(list.name, "a");
-  ASSERT_NE(list.next, nullptr);
-  EXPECT_EQ(list.next->name, "b");
-  EXPECT_EQ(list.next->next, nullptr);
-}
-
 TEST(AttribParseTest, ConstructorWithoutRemainderLogsTheLeftover) {
   LogCapture log;
   attrib list("a:ascii=1; oops");
   std::string text = log.text();
   EXPECT_NE(text.find("attrib: unparsable input 'oops'"), std::string::npos) << text;
-}
-
-TEST(AttribTest, CopyIsDeepButStopsAtNext) {
-  Xstring remainder;
-  attrib list("s:struct={ c:ascii=1; }; t:ascii=2;", remainder);
-  attrib copy(list);
-  EXPECT_EQ(copy.next, nullptr);
-  copy.children->value = "9";
-  EXPECT_EQ(list.children->value, "1");
-  attrib* all = list.clone();
-  EXPECT_TRUE(same_list(all, &list));
-  EXPECT_NE(all->children, list.children);
-  all->reap();
 }
 
 class AttribMatchTest : public testing::Test {
@@ -221,17 +148,6 @@ TEST(AttribRemoveTest, TakesOutEveryEqualElementBehindTheFirst) {
   EXPECT_EQ(list.printable(), "h:ascii=0; w:ascii=1; v:ascii=2; v:unsigned32=1; ");
 }
 
-TEST(AttribRemoveTest, NullValuesAreEqual) {
-  attrib list(attr_ascii, "h", Xstring("0"));
-  list.append(new attrib(attr_unknown, "v", Xstring()));
-  list.append(new attrib(attr_unknown, "v", Xstring("")));
-  attrib pattern(attr_unknown, "v", Xstring());
-  EXPECT_EQ(list.remove(&pattern), 0);
-  ASSERT_NE(list.next, nullptr);
-  EXPECT_EQ(list.next->value, "");
-  EXPECT_EQ(list.next->next, nullptr);
-}
-
 TEST(AttribRemoveTest, RefusesLongPatternsAndTheFirstElement) {
   Xstring remainder;
   attrib list("h:ascii=0; v:ascii=1;", remainder);
@@ -246,11 +162,6 @@ TEST(AttribRemoveTest, RefusesLongPatternsAndTheFirstElement) {
   EXPECT_NE(list.next, nullptr);
 }
 
-TEST(AttribValueTest, NumbersOfTheRightType) {
-  EXPECT_EQ(attrib(attr_signed32, "n", Xstring("-2147483648")).val_s32(attr_signed32, "t"), -2147483648L);
-  EXPECT_EQ(attrib(attr_unsigned32, "n", Xstring("4294967295")).val_u32(attr_unsigned32, "t"), 4294967295UL);
-}
-
 TEST(AttribValueTest, WrongTypeAndBadTextGiveTheMarkers) {
   LogCapture log;
   EXPECT_EQ(attrib(attr_ascii, "n", Xstring("1")).val_s32(attr_signed32, "who"), 0x7fffffffL);
@@ -263,18 +174,6 @@ TEST(AttribValueTest, WrongTypeAndBadTextGiveTheMarkers) {
   EXPECT_NE(text.find("who: wrong type in 'n:ascii=1; '"), std::string::npos) << text;
   EXPECT_NE(text.find("val_s32: illegal value string in 'n:signed32=1x; '"), std::string::npos) << text;
   EXPECT_NE(text.find("val_u32: illegal value string in 'n:unsigned32=-1; '"), std::string::npos) << text;
-}
-
-TEST(AttribFlagTest, DeletedAndEnabledNeedTheText1) {
-  Xstring remainder;
-  EXPECT_EQ(isdeleted(nullptr), 1);
-  EXPECT_EQ(isenabled(nullptr), 0);
-  attrib on("name:ascii=x; enabled:unsigned32=1; deleted:unsigned32=0;", remainder);
-  EXPECT_EQ(isenabled(&on), 1);
-  EXPECT_EQ(isdeleted(&on), 0);
-  attrib off("name:ascii=x; enabled:ascii=\"1\"; deleted:unsigned32=1;", remainder);
-  EXPECT_EQ(isenabled(&off), 0);
-  EXPECT_EQ(isdeleted(&off), 1);
 }
 
 }  // namespace

@@ -82,14 +82,4 @@ TEST(ScreenBoxIdTest, NameSpaceByNameOrNumber) {
   EXPECT_EQ(box.nsid, 0);
 }
 
-TEST(ScreenBoxIdTest, OtherNameSpacesAndSpellingsFail) {
-  screen_box_id box;
-  EXPECT_EQ(screen_box_id_internalize(&box, "2 abcd"), 0);
-  EXPECT_EQ(screen_box_id_internalize(&box, "ipv4 10.0.0.1"), 0);
-  EXPECT_EQ(screen_box_id_internalize(&box, "DHX 1"), 0);
-  EXPECT_EQ(screen_box_id_internalize(&box, "8 xyz"), 0);
-  EXPECT_EQ(screen_box_id_internalize(&box, ""), 0);
-  EXPECT_EQ(screen_box_id_internalize(&box, nullptr), 0);
-}
-
 }  // namespace

@@ -4,7 +4,6 @@
 #include <locale.h>
 
 #include <cstdlib>
-#include <cstring>
 #include <string>
 
 #include "support/settings.h"
@@ -94,17 +93,6 @@ TEST_F(Fwi18nTest, WithoutCatalogueEveryMessageIsItsDefault) {
   EXPECT_EQ(fwi18n_text(41, 1, text), text);
 }
 
-TEST_F(Fwi18nTest, SecondSetUpDoesNothing) {
-  int first = fwi18n_set("test");
-  EXPECT_EQ(first, -1);
-  ASSERT_NE(s18n_locale, nullptr);
-  char* locale = s18n_locale;
-  make_catalogue("en_US", "now there is one");
-  EXPECT_EQ(fwi18n_set("test"), s18n_catd);
-  EXPECT_EQ(s18n_catd, -1);
-  EXPECT_EQ(s18n_locale, locale);
-}
-
 TEST_F(Fwi18nTest, CatalogueTextReplacesTheDefault) {
   make_catalogue("en_US", "Hallo");
   char* locale = nullptr;
@@ -117,53 +105,6 @@ TEST_F(Fwi18nTest, CatalogueTextReplacesTheDefault) {
   EXPECT_STREQ(fwi18n_text(41, 2, "Missing"), "Missing");
   fwi18n_revert(before);
   EXPECT_EQ(s18n_catd, before);
-}
-
-TEST_F(Fwi18nTest, OnlyUtf8CatalogueIsConvertedToTheUsersEncoding) {
-  make_catalogue("C.UTF-8", "plain text");
-  ScopedEnv messages("LC_MESSAGES", "C");
-  char* locale = nullptr;
-  int handle = fwi18n_init("test", &locale, 0);
-  free(locale);
-  ASSERT_NE(handle, -1);
-  ASSERT_NE(messages_encoding, nullptr);
-  EXPECT_STREQ(messages_encoding, "ANSI_X3.4-1968");
-  int before = s18n_catd;
-  s18n_catd = handle;
-  EXPECT_STREQ(fwi18n_text(41, 1, "x"), "plain text");
-  fwi18n_revert(before);
-  free(messages_encoding);
-  messages_encoding = nullptr;
-}
-
-TEST(Fwi18nEncodingTest, SecondNames) {
-  EXPECT_STREQ(nl_langinfo_codeset_name_to_iconv_encoding_name("ISO8859-15"), "8859-15");
-  EXPECT_STREQ(nl_langinfo_codeset_name_to_iconv_encoding_name("5601"), "ko_KR-euc");
-  EXPECT_STREQ(nl_langinfo_codeset_name_to_iconv_encoding_name("koi8-r"), "KOI8-R");
-  EXPECT_EQ(nl_langinfo_codeset_name_to_iconv_encoding_name("UTF-8"), nullptr);
-  EXPECT_EQ(nl_langinfo_codeset_name_to_iconv_encoding_name(nullptr), nullptr);
-}
-
-TEST(Fwi18nEncodingTest, FigureEncodingFollowsLcCtype) {
-  setlocale(LC_CTYPE, "C");
-  char* encoding = figure_encoding();
-  ASSERT_NE(encoding, nullptr);
-  EXPECT_STREQ(encoding, "ANSI_X3.4-1968");
-  free(encoding);
-  if (setlocale(LC_CTYPE, "C.UTF-8") != nullptr) {
-    encoding = figure_encoding();
-    EXPECT_STREQ(encoding, "UTF-8");
-    free(encoding);
-  }
-  setlocale(LC_CTYPE, "C");
-}
-
-TEST(Fwi18nTimeTest, Utf8TimeHasNoTab) {
-  char* text = utf8time(0);
-  ASSERT_NE(text, nullptr);
-  EXPECT_GT(strlen(text), 0u);
-  EXPECT_EQ(strchr(text, '\t'), nullptr);
-  free(text);
 }
 
 }  // namespace

@@ -14,7 +14,6 @@
 #include <string>
 #include <vector>
 
-#include "log_capture.h"
 #include "support/settings.h"
 #include "test_env.h"
 
@@ -133,30 +132,6 @@ TEST_F(FwlogTest, PacketHeaderCarriesEveryField) {
   }
 }
 
-TEST_F(FwlogTest, ExtenderFieldsNeedTheirBit) {
-  a_syslog(3, "src_ip:ipV4=10.0.0.1; dst_ip:ipV4=10.0.0.2;");
-  Packet packet = listener_.receive();
-  EXPECT_EQ(packet.at<uint32_t>(24), 0u);
-  EXPECT_EQ(packet.bytes[43], 0);
-  a_syslog(3 | fwlog_src_ip, "x src_ip:ipV4=10.0.0.1; dst_ip:ipV4=10.0.0.2;");
-  packet = listener_.receive();
-  EXPECT_EQ(packet.at<uint32_t>(24), inet_addr("10.0.0.1"));
-  EXPECT_EQ(packet.at<uint32_t>(28), 0u);
-  EXPECT_EQ(packet.bytes[43], 1);
-  logextenders = fwlog_src_ip;
-  a_syslog(3 | fwlog_src_ip, "src_ip:ipV4=10.0.0.3;");
-  packet = listener_.receive();
-  EXPECT_EQ(packet.text(), "src_ip:ipV4=10.0.0.3;") << "a bit of the message itself adds no attribute";
-  EXPECT_EQ(packet.at<uint32_t>(24), inet_addr("10.0.0.3"));
-}
-
-TEST_F(FwlogTest, AuthStreamHasItsOwnSev) {
-  a_syslog(fwlog_auth | 2, "login");
-  Packet packet = listener_.receive();
-  EXPECT_EQ(packet.bytes[41], 3);
-  EXPECT_EQ(packet.bytes[42], 2);
-}
-
 TEST_F(FwlogTest, MessagesAboveTheLimitAreDroppedButEchoedWhenTracing) {
   configure("warn");
   EXPECT_EQ(app_severity, 4);
@@ -169,20 +144,6 @@ TEST_F(FwlogTest, MessagesAboveTheLimitAreDroppedButEchoedWhenTracing) {
   debug = 0;
   EXPECT_NE(echo.find(" -NOTE-: dropped note"), std::string::npos) << echo;
   EXPECT_EQ(listener_.receive().text(), "forced note");
-}
-
-TEST_F(FwlogTest, NoneLeavesOnlyEmergencies) {
-  configure("NONE");
-  a_syslog(1, "alert");
-  a_syslog(0, "emergency");
-  EXPECT_EQ(listener_.receive().text(), "emergency");
-}
-
-TEST_F(FwlogTest, UnknownSeverityWordKeepsTheEarlierValue) {
-  configure("Critical");
-  EXPECT_EQ(app_severity, 2);
-  configure("loud");
-  EXPECT_EQ(app_severity, 2);
 }
 
 TEST_F(FwlogTest, WrappedTextIsQuotedAndCut) {
@@ -230,64 +191,6 @@ TEST_F(FwlogTest, ProxyPacketCarriesItsFields) {
   EXPECT_EQ(errno, EINVAL);
 }
 
-TEST_F(FwlogTest, ProcessWithoutReservedPortsStillLogs) {
-  if (geteuid() != 0) GTEST_SKIP() << "needs to drop root rights";
-  std::ifstream unprivileged_start("/proc/sys/net/ipv4/ip_unprivileged_port_start");
-  int first_open_port = 1024;
-  unprivileged_start >> first_open_port;
-  if (first_open_port <= 1000) GTEST_SKIP() << "every user may bind the log ports here";
-  int output[2];
-  ASSERT_EQ(pipe(output), 0);
-  pid_t child = fork();
-  if (child == 0) {
-    dup2(output[1], 2);
-    if (setgid(65534) != 0 || setuid(65534) != 0) _exit(2);
-    spewit = 1;
-    a_syslog(3 | fwlog_always, "first");
-    a_syslog(3 | fwlog_always, "second");
-    _exit(0);
-  }
-  close(output[1]);
-  int status = 0;
-  waitpid(child, &status, 0);
-  std::string errors;
-  char buffer[512];
-  for (ssize_t got; (got = read(output[0], buffer, sizeof buffer)) > 0;) errors.append(buffer, got);
-  close(output[0]);
-  ASSERT_TRUE(WIFEXITED(status));
-  EXPECT_EQ(WEXITSTATUS(status), 0);
-  Packet first = listener_.receive();
-  EXPECT_EQ(first.text(), "first");
-  EXPECT_GT(first.source_port, 1023);
-  EXPECT_EQ(listener_.receive().text(), "second");
-  const std::string notice = "no right to a reserved port";
-  size_t at = errors.find(notice);
-  EXPECT_NE(at, std::string::npos) << errors;
-  EXPECT_EQ(errors.find(notice, at + 1), std::string::npos) << "said once: " << errors;
-}
-
-TEST(FwlogMapTest, NamesMatchWithStarsAndAnyCase) {
-  EXPECT_EQ(fwlog_mapname(fwlog_sevmap, "warn")->value, 4);
-  EXPECT_EQ(fwlog_mapname(fwlog_sevmap, "Critical")->value, 2);
-  EXPECT_EQ(fwlog_mapname(fwlog_sevmap, "none")->value, 0);
-  EXPECT_EQ(fwlog_mapname(fwlog_sevmap, "DEBUGGING"), nullptr);
-  EXPECT_EQ(fwlog_mapname(fwlog_sevmap, nullptr), nullptr);
-  EXPECT_STREQ(fwlog_mapvalue(fwlog_sevmap, 4)->name, "WARNING");
-  EXPECT_EQ(fwlog_mapvalue(fwlog_sevmap, 9), nullptr);
-  EXPECT_EQ(fwlog_mapname(fwlog_facmap, "authpriv")->value, 32);
-  EXPECT_EQ(fwlog_mapname(fwlog_facmap, "local5")->value, 168);
-}
-
-TEST(FwlogOptionTest, OptionsNameExtenderBits) {
-  unsigned mask = 0;
-  EXPECT_EQ(a_syslogopt("-ad", &mask), fwlog_dst_ip);
-  EXPECT_EQ(a_syslogopt("-as", &mask), fwlog_src_ip);
-  EXPECT_EQ(a_syslogopt("-s", &mask), fwlog_session);
-  EXPECT_EQ(a_syslogopt("-x", &mask), 0u);
-  EXPECT_EQ(a_syslogopt("-", &mask), 0u);
-  EXPECT_EQ(mask, fwlog_dst_ip | fwlog_src_ip | fwlog_session);
-}
-
 // The set-up from the store: the port and the severities come from
 // variables, and the connection on descriptor 0 fills the extenders.
 class FwlogStoreTest : public testing::Test {
@@ -330,42 +233,47 @@ TEST_F(FwlogStoreTest, PortAndSeveritiesComeFromTheStore) {
   EXPECT_EQ(listener_.receive().text(), "error");
 }
 
+TEST_F(FwlogTest, ProcessWithoutReservedPortsStillLogs) {
+  if (geteuid() != 0) GTEST_SKIP() << "needs to drop root rights";
+  std::ifstream unprivileged_start("/proc/sys/net/ipv4/ip_unprivileged_port_start");
+  int first_open_port = 1024;
+  unprivileged_start >> first_open_port;
+  if (first_open_port <= 1000) GTEST_SKIP() << "every user may bind the log ports here";
+  int output[2];
+  ASSERT_EQ(pipe(output), 0);
+  pid_t child = fork();
+  if (child == 0) {
+    dup2(output[1], 2);
+    if (setgid(65534) != 0 || setuid(65534) != 0) _exit(2);
+    spewit = 1;
+    a_syslog(3 | fwlog_always, "first");
+    a_syslog(3 | fwlog_always, "second");
+    _exit(0);
+  }
+  close(output[1]);
+  int status = 0;
+  waitpid(child, &status, 0);
+  std::string errors;
+  char buffer[512];
+  for (ssize_t got; (got = read(output[0], buffer, sizeof buffer)) > 0;) errors.append(buffer, got);
+  close(output[0]);
+  ASSERT_TRUE(WIFEXITED(status));
+  EXPECT_EQ(WEXITSTATUS(status), 0);
+  Packet first = listener_.receive();
+  EXPECT_EQ(first.text(), "first");
+  EXPECT_GT(first.source_port, 1023);
+  EXPECT_EQ(listener_.receive().text(), "second");
+  const std::string notice = "no right to a reserved port";
+  size_t at = errors.find(notice);
+  EXPECT_NE(at, std::string::npos) << errors;
+  EXPECT_EQ(errors.find(notice, at + 1), std::string::npos) << "said once: " << errors;
+}
+
 TEST_F(FwlogStoreTest, BadPortIsReportedAndDefaulted) {
   dir_.write("etc/.active/.ezdb/vars.d/.prg/log/LogPort", variable("log", "LogPort", "12ab"));
   LogCapture log;
   a_syslogset(nullptr, "compiler", "compiler");
   EXPECT_NE(log.text().find("default 'LogPort' to '3853'"), std::string::npos);
-}
-
-TEST_F(FwlogStoreTest, ConnectionOnDescriptorZeroFillsTheExtenders) {
-  int saved_stdin = dup(0);
-  int peer = socket(AF_INET, SOCK_DGRAM, 0);
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  address.sin_port = htons(static_cast<uint16_t>(listener_.port()));
-  ASSERT_EQ(connect(peer, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
-  dup2(peer, 0);
-  a_syslogopt("-as", nullptr);
-  a_syslogopt("-pd", nullptr);
-  a_syslogopt("-s", nullptr);
-  a_syslogset(nullptr, "compiler", "compiler");
-  dup2(saved_stdin, 0);
-  close(saved_stdin);
-  close(peer);
-  listener_.receive();  // the complaint about the auth severity
-  a_syslog(3, "plain");
-  std::string expected = "plain sess_ID:unsigned32=" + std::to_string(getpid()) +
-                         "; proto_ip:unsigned32=17; src_ip:ipV4=127.0.0.1; dst_port:unsigned32=" +
-                         std::to_string(listener_.port()) + ";";
-  Packet packet = listener_.receive();
-  EXPECT_EQ(packet.text(), expected);
-  EXPECT_EQ(packet.bytes[43], 16 | 32 | 1 | 8);
-  EXPECT_EQ(packet.at<uint16_t>(34), htons(static_cast<uint16_t>(listener_.port())));
-  a_syslog(3 | fwlog_session, "sess_ID:unsigned32=7;");
-  packet = listener_.receive();
-  EXPECT_EQ(packet.text().find("sess_ID:unsigned32=7; proto_ip"), 0u) << packet.text();
-  EXPECT_EQ(packet.at<uint32_t>(36), htonl(7));
 }
 
 }  // namespace

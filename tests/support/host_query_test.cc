@@ -13,17 +13,6 @@ using testing::internal::GetCapturedStderr;
 
 enum { KEY = 0, DATA = 1, MAC = 2, COMPRESSION = 3, ENCRYPTION = 4, AUTHENTICATION = 5 };
 
-TEST(HostQueryTest, HostWithoutDevicesKnowsNothingButNone) {
-  host_query_use(nullptr);
-  EXPECT_EQ(screenadm_is64(), 0);
-  EXPECT_EQ(screenadm_skip_lists_read(), 0);
-  EXPECT_EQ(screenadm_is_module_loaded(1, "SKIP", KEY, 2), 0);
-  EXPECT_EQ(screenadm_is_module_loaded(0, "SKIP", DATA, 2), 0);
-  EXPECT_EQ(screenadm_is_module_loaded(0, "SKIP", MAC, 1), 1);
-  screen_box_id box = {1, {4, {10, 0, 0, 1}}};
-  EXPECT_EQ(screenadm_skip_local_id(box), 0);
-}
-
 TEST(HostQueryTest, IpsecModuleThatCannotBeAskedLetsTheAlgorithmPass) {
   host_query_use(nullptr);
   CaptureStderr();
@@ -63,33 +52,6 @@ TEST(HostQueryTest, SkipListsAreReadOnceAndSelectedByVersion) {
   EXPECT_EQ(host.skip_list_reads, 2);
 }
 
-TEST(HostQueryTest, DeviceListsMarkDataNoneAndTheProductsMacs) {
-  FakeHostDevices host;
-  EXPECT_EQ(screenadm_skip_lists_read(), 1);
-  EXPECT_EQ(screenadm_skip_alg_supported(0, DATA, 2), 1);
-  EXPECT_EQ(screenadm_skip_alg_supported(0, DATA, 1), 0);
-  EXPECT_EQ(screenadm_skip_alg_supported(1, MAC, 2), 1);
-  EXPECT_EQ(screenadm_skip_alg_supported(251, MAC, 2), 1);
-  EXPECT_EQ(screenadm_skip_alg_supported(2, MAC, 2), 0);
-}
-
-TEST(HostQueryTest, OneFailedListReadMarksNoMacs) {
-  FakeHostDevices host;
-  host.key_lists_fail = true;
-  host.Reinstall();
-  EXPECT_EQ(screenadm_skip_lists_read(), 0);
-  EXPECT_EQ(screenadm_skip_alg_supported(1, MAC, 2), 0);
-  EXPECT_EQ(screenadm_skip_alg_supported(0, DATA, 2), 1);
-  host.key_lists_fail = false;
-  host.traffic_lists[1][4] = 1;
-  host.traffic_lists_fail = true;
-  host.key_lists[1][6] = 1;
-  host.Reinstall();
-  EXPECT_EQ(screenadm_skip_alg_supported(0, DATA, 2), 0);
-  EXPECT_EQ(screenadm_skip_alg_supported(4, DATA, 1), 0);
-  EXPECT_EQ(screenadm_skip_alg_supported(6, KEY, 1), 1);
-}
-
 TEST(HostQueryTest, LocalKeyFoundOnALaterPage) {
   FakeHostDevices host;
   for (int i = 0; i < 250; ++i) host.AddLocalKey(8, std::vector<unsigned char>(16, i));
@@ -101,22 +63,6 @@ TEST(HostQueryTest, LocalKeyFoundOnALaterPage) {
   EXPECT_EQ(host.local_key_requests, 2);
   memset(box.keyid.bytes, 251, 16);
   EXPECT_EQ(screenadm_skip_local_id(box), 0);
-}
-
-TEST(HostQueryTest, LocalKeyMustMatchLengthAndNameSpace) {
-  FakeHostDevices host;
-  host.AddLocalKey(1, {10, 0, 0, 1});
-  host.AddLocalKey(1, {10, 0, 0, 2, 0, 0});
-  screen_box_id box = {1, {4, {10, 0, 0, 1}}};
-  EXPECT_EQ(screenadm_skip_local_id(box), 1);
-  box.nsid = 0;
-  EXPECT_EQ(screenadm_skip_local_id(box), 0);
-  box = {1, {4, {10, 0, 0, 2}}};
-  EXPECT_EQ(screenadm_skip_local_id(box), 0);
-  box.nsid = 12;
-  host.local_key_requests = 0;
-  EXPECT_EQ(screenadm_skip_local_id(box), 0);
-  EXPECT_EQ(host.local_key_requests, 0);
 }
 
 }  // namespace

@@ -42,18 +42,6 @@ TEST_F(HostDescriptionTest, NamesThatCantBeDevicesNeverExist) {
   EXPECT_EQ(error, "site.host:1: \"../etc\" can't be a device name");
 }
 
-TEST_F(HostDescriptionTest, DefaultsWithoutStatements) {
-  ASSERT_TRUE(Parse(""));
-  EXPECT_EQ(host.Release(), 0);
-  EXPECT_FALSE(host.Wide());
-  EXPECT_TRUE(host.SkipLocalKeys(1).empty());
-  EXPECT_TRUE(host.IpsecAlgorithmLoaded(15, 12));
-  EXPECT_TRUE(host.SkipAlgorithmSupported(241, 1, 2));
-  EXPECT_EQ(host.LocalIdentity({"CN=gate"}, {}), 0);
-  EXPECT_FALSE(host.IpsecUnavailable("AES"));
-  EXPECT_FALSE(host.SkipUnavailable("DES-CBC"));
-}
-
 TEST_F(HostDescriptionTest, EveryOtherStatement) {
   ASSERT_TRUE(Parse("release 8\nwide\nskip-local-key 1 0a0B\n"
                     "ike-local-id C=DE, O=Site, CN=gate  # the screen's own\n"
@@ -64,13 +52,6 @@ TEST_F(HostDescriptionTest, EveryOtherStatement) {
   EXPECT_TRUE(host.SkipLocalKeys(2).empty());
   EXPECT_TRUE(host.IpsecUnavailable("AES"));
   EXPECT_TRUE(host.SkipUnavailable("RC4-40"));
-}
-
-TEST_F(HostDescriptionTest, IdentityMatchesAnIncludeAndNoExclude) {
-  ASSERT_TRUE(Parse("ike-local-id CN=gate\n"));
-  EXPECT_EQ(host.LocalIdentity({"CN=other", "CN=gate"}, {}), 1);
-  EXPECT_EQ(host.LocalIdentity({"CN=gate"}, {"CN=gate"}), 0);
-  EXPECT_EQ(host.LocalIdentity({"CN=gat"}, {}), 0);
 }
 
 TEST_F(HostDescriptionTest, MalformedLinesNameTheirNumber) {
@@ -95,26 +76,6 @@ TEST_F(HostDescriptionTest, MalformedLinesNameTheirNumber) {
     EXPECT_FALSE(fresh.Parse(c.text, "site.host", &error)) << c.text;
     EXPECT_EQ(error, c.error);
   }
-}
-
-TEST(HostDescriptionFileTest, UnreadableFileNamesThePath) {
-  HostDescription host;
-  std::string error;
-  EXPECT_FALSE(host.Read("/nonexistent/site.host", &error));
-  EXPECT_EQ(error, "/nonexistent/site.host: No such file or directory");
-}
-
-TEST(LinuxHostTest, LoopbackDeviceExistsAndHasNoUsableAddress) {
-  LinuxHost host;
-  EXPECT_TRUE(host.InterfaceExists("lo"));
-  EXPECT_TRUE(host.InterfaceExists("lo:1"));
-  EXPECT_FALSE(host.InterfaceExists("nosuchdevice9"));
-  EXPECT_FALSE(host.InterfaceExists("."));
-  EXPECT_TRUE(host.InterfaceAddresses("lo").empty());
-  EXPECT_TRUE(host.SkipLocalKeys(1).empty());
-  uint32_t address = 0;
-  EXPECT_TRUE(host.HostAddressOf("localhost", &address));
-  EXPECT_EQ(address, Ip("127.0.0.1"));
 }
 
 TEST(LinuxHostTest, ReleaseTextRule) {
@@ -159,20 +120,11 @@ TEST_F(DescribedEncryptionTest, UnavailableAlgorithmsByNameAndKind) {
   EXPECT_EQ(screenadm_skip_alg_name_to_id("Safer-128SK-CBC", 2, 0), 241);
 }
 
-TEST_F(DescribedEncryptionTest, LocalKeysOfTheDescription) {
-  Describe("skip-local-key 1 0a000001\n");
-  screen_box_id box;
-  ASSERT_EQ(screen_box_id_internalize(&box, "1 10.0.0.1"), 1);
-  EXPECT_EQ(screenadm_skip_local_id(box), 1);
-  ASSERT_EQ(screen_box_id_internalize(&box, "1 10.0.0.2"), 1);
-  EXPECT_EQ(screenadm_skip_local_id(box), 0);
-}
-
-TEST_F(DescribedEncryptionTest, RunningSystemWithoutModulesLetsAlgorithmsPass) {
-  Host::Use(nullptr);
-  testing::internal::CaptureStderr();
-  EXPECT_EQ(screenadm_is_module_loaded(12, "IPsec", 4, 0), 1);
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+TEST(HostDescriptionFileTest, UnreadableFileNamesThePath) {
+  HostDescription host;
+  std::string error;
+  EXPECT_FALSE(host.Read("/nonexistent/site.host", &error));
+  EXPECT_EQ(error, "/nonexistent/site.host: No such file or directory");
 }
 
 }  // namespace

@@ -39,15 +39,6 @@ class IkeLogTest : public testing::Test {
   std::string errors_;
 };
 
-TEST_F(IkeLogTest, UnsetVariablesWriteNothing) {
-  const char* etc = etc_path;
-  Xstring vars = vars_path;
-  EXPECT_EQ(run(), 0);
-  EXPECT_EQ(out_.str(), "");
-  EXPECT_EQ(etc_path, etc);
-  EXPECT_EQ(vars_path, vars);
-}
-
 TEST_F(IkeLogTest, SeverityAndEventsAreWrittenCanonically) {
   put("LogSeverity", "value:utf8=\"NONE\";");
   put("LogEvents", "values:struct={ warn:utf8=\"phase 1\"; Critical:utf8=\"tunnel\"; };");

@@ -44,14 +44,4 @@ TEST(SkipAlgNameToIdTest, ProductAlgorithmsOnlyWhenTheKeyDeviceAnswered) {
   EXPECT_EQ(screenadm_skip_alg_name_to_id("RC2-40", 2, KEY), -1);
 }
 
-TEST(AlgNameToPkgTest, ExactFirstNameByFamily) {
-  EXPECT_STREQ(screenadm_alg_name_to_pkg("3DES-CBC", "IPsec"), "FWPKcryr");
-  EXPECT_STREQ(screenadm_alg_name_to_pkg("AES", "other"), "FWPKcryr");
-  EXPECT_EQ(screenadm_alg_name_to_pkg("3DES", "IPsec"), nullptr);
-  EXPECT_EQ(screenadm_alg_name_to_pkg("des-cbc", "IPsec"), nullptr);
-  EXPECT_STREQ(screenadm_alg_name_to_pkg("DES-CBC", "SKIP"), "FWPKdes");
-  EXPECT_EQ(screenadm_alg_name_to_pkg("BLOWFISH", "SKIP"), nullptr);
-  EXPECT_EQ(screenadm_alg_name_to_pkg(nullptr, "SKIP"), nullptr);
-}
-
 }  // namespace

@@ -1,10 +1,11 @@
-// Helpers for tests that touch the process environment and the disk: a
-// scoped environment variable and a temporary directory that is removed
-// with everything in it.
+// Shared set-up of the support tests: a scoped environment variable, a
+// temporary directory removed with everything in it, and a capture of what
+// the libraries log.
 #ifndef FW_TESTS_SUPPORT_TEST_ENV_H
 #define FW_TESTS_SUPPORT_TEST_ENV_H
 
 #include <ftw.h>
+#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -12,6 +13,8 @@
 #include <fstream>
 #include <string>
 #include <sys/stat.h>
+
+#include "support/settings.h"
 
 // Sets (or, with null, unsets) an environment variable for one scope.
 class ScopedEnv {
@@ -41,11 +44,8 @@ class TempDir {
     char* made = mkdtemp(&pattern[0]);
     path_ = made != nullptr ? made : "";
   }
-  ~TempDir() { remove(); }
-  // Removes the directory now, for a process that ends without unwinding.
-  void remove() {
+  ~TempDir() {
     if (!path_.empty()) nftw(path_.c_str(), remove_entry, 16, FTW_DEPTH | FTW_PHYS);
-    path_.clear();
   }
   const std::string& path() const { return path_; }
   std::string operator/(const std::string& name) const { return path_ + "/" + name; }
@@ -63,6 +63,28 @@ class TempDir {
  private:
   static int remove_entry(const char* path, const struct stat*, int, struct FTW*) { return ::remove(path); }
   std::string path_;
+};
+
+// Captures what the support libraries echo to stderr while it lives.
+class LogCapture {
+ public:
+  LogCapture() : saved_spewit_(spewit) {
+    spewit = 1;
+    testing::internal::CaptureStderr();
+  }
+  ~LogCapture() {
+    if (!taken_) testing::internal::GetCapturedStderr();
+    spewit = saved_spewit_;
+  }
+  // Everything echoed since construction; ends the capture.
+  std::string text() {
+    taken_ = true;
+    return testing::internal::GetCapturedStderr();
+  }
+
+ private:
+  int saved_spewit_;
+  bool taken_ = false;
 };
 
 #endif

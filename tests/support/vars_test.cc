@@ -1,19 +1,13 @@
 #include "support/vars.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <utime.h>
 
 #include <cerrno>
-#include <chrono>
-#include <fstream>
 #include <set>
 #include <string>
 
-#include "log_capture.h"
 #include "support/settings.h"
 #include "support/vars_io.h"
 #include "test_env.h"
@@ -74,36 +68,6 @@ class VarsTest : public testing::Test {
   ScopedEnv base_{"FERROWALL_BASE", (dir_ / "base").c_str()};
 };
 
-TEST_F(VarsTest, PathsFollowRootModeAndDomain) {
-  std::string etc = dir_ / "etc";
-  std::string base = dir_ / "base";
-  EXPECT_EQ(std::string(root_path), etc + "/");
-  EXPECT_EQ(std::string(active_getroot()), etc + "/.active/");
-  EXPECT_EQ(std::string(vars_path), etc + "/.active/.ezdb/vars.d");
-  EXPECT_EQ(std::string(vars0_path), base + "/.active0/.ezdb/vars.d");
-
-  vars_setroot("/r/", 0, "lab");
-  EXPECT_EQ(std::string(domain_getroot()), "/r/configs/lab/");
-  EXPECT_EQ(std::string(ezdb_path), "/r/configs/lab/.ezdb");
-  EXPECT_EQ(std::string(active_path), base + "/.active0/");
-  EXPECT_EQ(vars_push0(), 0);
-
-  vars_setroot("/r", 1, nullptr);
-  EXPECT_EQ(std::string(domain_path), "/r/configs/default/");
-  EXPECT_EQ(std::string(ezdb_path), base + "/.active0/.ezdb");
-
-  vars_setroot(nullptr, 0, "./here");
-  EXPECT_EQ(std::string(root_path), "./here/");
-  EXPECT_EQ(std::string(active_path), "./here/");
-  EXPECT_EQ(std::string(ezdb_path), "./here/.ezdb");
-  EXPECT_EQ(vars_push0(), 1) << "a forced location keeps the active mode";
-  vars_pop0(nullptr);
-
-  vars_setdir("other.d");
-  EXPECT_EQ(std::string(vars_path), "./here/.ezdb/other.d");
-  vars_setdir("vars.d");
-}
-
 TEST_F(VarsTest, EnabledVariableIsFoundWithoutQuotes) {
   std::string value;
   Xstring found_name;
@@ -146,18 +110,6 @@ TEST_F(VarsTest, NamelessObjectIsDropped) {
   EXPECT_NE(tombstone.list(), nullptr);
 }
 
-TEST_F(VarsTest, MultipleValuesComeAsPairs) {
-  vallist list;
-  ASSERT_EQ(vars_get_values(nullptr, "iked", nullptr, "LogEvents", list, nullptr), 0);
-  ASSERT_EQ(list.size(), 2u);
-  EXPECT_EQ(list[0].first, "ERR");
-  EXPECT_EQ(list[0].second, "tunnel");
-  EXPECT_EQ(list[1].second, "phase 1");
-  EXPECT_EQ(vars_get_values(nullptr, "iked", nullptr, "Mixed", list, nullptr), -1);
-  EXPECT_TRUE(list.empty());
-  EXPECT_EQ(vars_get_values(nullptr, "iked", nullptr, "LogSeverity", list, nullptr), -1);
-}
-
 TEST_F(VarsTest, MissingActiveVariableFallsBackToActive0OnceAnHour) {
   std::string value;
   std::string marker = dir_ / "etc/.active/.active_defaulted";
@@ -180,35 +132,6 @@ TEST_F(VarsTest, MissingActiveVariableFallsBackToActive0OnceAnHour) {
   LogCapture log;
   EXPECT_EQ(get(nullptr, "OnlyInZero"), 0);
   EXPECT_NE(log.text().find(".active defaulted"), std::string::npos);
-}
-
-TEST_F(VarsTest, WithoutActiveTreeTheActive0TreeIsTheStore) {
-  vars_setroot((dir_ / "empty").c_str(), 1, nullptr);
-  std::string value;
-  EXPECT_EQ(get(nullptr, "OnlyInZero", &value), 0);
-  EXPECT_EQ(value, "zero");
-}
-
-TEST_F(VarsTest, QuestionMarkMeansThisScreen) {
-  GTEST_FLAG_SET(death_test_style, "threadsafe");
-  dir_.write("etc/name", "fw1\n");
-  EXPECT_EXIT(
-      {
-        std::string value;
-        int result = get("?", "LogSeverity", &value);
-        dir_.remove();
-        exit(result == 0 && value == "DEBUG" ? 0 : 1);
-      },
-      testing::ExitedWithCode(0), "");
-  ::remove((dir_ / "etc/name").c_str());
-  EXPECT_EXIT(
-      {
-        int result = get("?", "LogSeverity");
-        dir_.remove();
-        exit(result);
-      },
-      testing::ExitedWithCode(1), "")
-      << "without a name file the screen is the empty one";
 }
 
 TEST_F(VarsTest, WildcardWalkSkipsHiddenDeletedAndBadEntries) {
@@ -262,58 +185,6 @@ TEST_F(VarsTest, StoreRefusesANonDirectoryInTheWay) {
   LogCapture log;
   EXPECT_EQ(io.store(&object, 0), -1);
   EXPECT_NE(log.text().find("vars_io: non-directory '"), std::string::npos);
-}
-
-TEST(VarsObjectTest, PrintableAndTimestamp) {
-  vars object("{ name:utf8=\"n\"; };");
-  EXPECT_EQ(object.printable(), "{ name:ascii=\"n\"; };");
-  object.timestamp(0);
-  attrib* stamp = object.list()->find("tstamp");
-  ASSERT_NE(stamp, nullptr);
-  EXPECT_EQ(stamp->type, attr_utime);
-  stamp->value = "5";
-  object.timestamp(0);
-  EXPECT_EQ(object.list()->find("tstamp")->value, "5");
-  object.timestamp(1);
-  EXPECT_NE(object.list()->find("tstamp")->value, "5");
-}
-
-TEST(UloadTest, EmptyFileCountsAsMissingAndReaderWaitsForWriter) {
-  TempDir dir;
-  std::string path = dir / "v";
-  Xstring text;
-  dir.write("v", "");
-  errno = 0;
-  EXPECT_EQ(uloadXstr(path.c_str(), uIoRead, text), -1);
-  EXPECT_EQ(errno, ENOENT);
-  EXPECT_EQ(uloadXstr((dir / "none").c_str(), uIoRead, text), -1);
-  EXPECT_EQ(errno, ENOENT);
-
-  dir.write("v", "{ name:utf8=\"v\"; };");
-  int ready[2];
-  ASSERT_EQ(pipe(ready), 0);
-  pid_t writer = fork();
-  if (writer == 0) {
-    int fd = open(path.c_str(), O_RDWR);
-    lockf(fd, F_LOCK, 0);
-    ssize_t ignored = write(ready[1], "x", 1);
-    (void)ignored;
-    usleep(1200 * 1000);
-    _exit(0);
-  }
-  char byte;
-  ASSERT_EQ(read(ready[0], &byte, 1), 1);
-  auto start = std::chrono::steady_clock::now();
-  int fd = uloadXstr(path.c_str(), uIoRead, text);
-  auto waited = std::chrono::steady_clock::now() - start;
-  ASSERT_GE(fd, 0);
-  close(fd);
-  EXPECT_GE(waited, std::chrono::milliseconds(900));
-  EXPECT_EQ(text, "{ name:utf8=\"v\"; };");
-  int status;
-  waitpid(writer, &status, 0);
-  close(ready[0]);
-  close(ready[1]);
 }
 
 }  // namespace

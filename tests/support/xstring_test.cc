@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "log_capture.h"
+#include "test_env.h"
 
 namespace {
 
@@ -30,22 +30,11 @@ TEST(XstringTest, ConcatenationTreatsNullAsEmptyUnlessBothAreNull) {
   EXPECT_EQ(text.length(), 4u);
 }
 
-TEST(XstringTest, ScrubZeroesTheBytes) {
-  Xstring secret("key");
-  secret.scrub();
-  EXPECT_EQ(std::string(secret.c_str(), 3), std::string(3, '\0'));
-}
-
 TEST(XsQuoteTest, EnquoteEscapesQuotesAndKeepsEscapedOnesEscaped) {
   EXPECT_EQ(Xs_enquote("say \"hi\""), "say \\\"hi\\\"");
   EXPECT_EQ(Xs_enquote("a\\\"b"), "a\\\\\\\"b");
   EXPECT_EQ(Xs_enquote("\"x"), "\\\"x");
   EXPECT_EQ(Xs_enquote("plain"), "plain");
-}
-
-TEST(XsQuoteTest, DequoteStripsOnlyTheSurroundingQuotes) {
-  EXPECT_EQ(Xs_dequote("\"a\\\"b\""), "a\\\"b");
-  EXPECT_EQ(Xs_dequote("\"\""), "");
 }
 
 TEST(XsQuoteTest, DequoteOfBadTextGivesEmptyAndLogs) {
