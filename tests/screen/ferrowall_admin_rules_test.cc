@@ -119,17 +119,6 @@ TEST_F(AdminRulesTest, EverySettingGivesItsRulesInOrder) {
                                       "certificate discovery localhost>*", "certificate discovery *>localhost",
                                       "rip localhost>* HA", "rip *>localhost HA", "dns localhost>*",
                                       "nis localhost>*"}));
-  for (int index = 0; index < rules->rules->Length(); ++index) {
-    const Rule& rule = rules->At(index);
-    EXPECT_EQ(rule.SvcResolved(), CompiledService(rule.InputService().Name()));
-    EXPECT_EQ(rule.Action(), ACTION_ALLOW);
-    EXPECT_EQ(rule.Log(), LOG_NONE);
-    EXPECT_EQ(rule.SNMPValue(), SNMP_NONE);
-    EXPECT_EQ(rule.ICMPValue(), ICMP_NONE);
-    EXPECT_EQ(rule.Origin(), &rule);
-    EXPECT_EQ(rule.Screen(), nullptr);
-    EXPECT_EQ(rule.Description(), nullptr);
-  }
 }
 
 TEST_F(AdminRulesTest, TrapRecipientsHoldEveryReceiver) {
@@ -155,13 +144,6 @@ TEST_F(AdminRulesTest, PlainScreenNeedsOnlyKeyManagement) {
   ASSERT_NE(rules->rules, nullptr);
   EXPECT_EQ(messages, "");
   EXPECT_EQ(rules->Described(), std::vector<std::string>{"skip localhost>*"});
-}
-
-TEST_F(AdminRulesTest, RegistryWithoutSkipFailsEveryScreen) {
-  AddServices({"skip"});
-  std::unique_ptr<RuleList> rules = Generate(AddScreen("gate"));
-  EXPECT_EQ(rules->rules, nullptr);
-  EXPECT_EQ(messages, "Error: Service not defined (skip)\n");
 }
 
 // Rules made before the missing service are freed with the list.
