@@ -46,11 +46,6 @@ TEST_F(OutputFilesTest, ScreenWithoutInterfacesGetsTheAlwaysFiles) {
                            "Services", "SKIP_V1_TABLE", "Interface.in", "CertificateGroups", "Remote.Access"})
     EXPECT_TRUE(exists(name)) << name;
   for (const char* name : {"snmp_timer", "HA", "ike", "secret"}) EXPECT_FALSE(exists(name)) << name;
-  EXPECT_EQ(contents("Input.nat"), "");
-  EXPECT_EQ(contents("Screen"), "LOG_SIZE 0\n");
-  EXPECT_EQ(contents("Dest"), "DEST_CHECK 0\n");
-  EXPECT_EQ(contents("Slaves"), "");
-  EXPECT_EQ(contents("Time"), "0\n");
   EXPECT_EQ(contents("Interface.in"), "");
 }
 

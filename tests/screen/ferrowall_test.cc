@@ -54,9 +54,6 @@ TEST_F(FerrowallTest, SecondaryTakesItsMastersNameBeforeAndAfterResolution) {
   Ferrowall& secondary = AddHAScreen("second", 0, 1, "10.9.0.2", "first");
   EXPECT_EQ(secondary.FigureVirtualName(registry, errors), 0);
   EXPECT_STREQ(secondary.VirtualName(), "first");
-  secondary.RenameReference(CO_SCREEN, "first", "renamed");
-  EXPECT_STREQ(secondary.VirtualName(), "renamed");
-  secondary.RenameReference(CO_SCREEN, "renamed", "first");
 
   Ferrowall& both = AddHAScreen("both", 1, 1, "10.9.0.3", "first");
   AddHAScreen("first", 1, 0, "10.9.0.1", nullptr);

@@ -80,13 +80,6 @@ TEST_F(RoutingDistributionTest, DestinationIsCutInFamilyOrderWithTheUnknownPiece
   }
 }
 
-TEST_F(RoutingDistributionTest, RuleInsideOneInterfaceGoesBackOutByIt) {
-  AddToRouting(Written(*www, one("a7", "10.0.0.7"), one("a9", "10.0.0.9")));
-  ASSERT_EQ(rules_of(*a).size(), 1u);
-  EXPECT_EQ(tags_of(*rules_of(*a)[0]), Tags({0}));
-  EXPECT_TRUE(b->Rules().Empty());
-}
-
 TEST_F(RoutingDistributionTest, PieceOfBroadcastAddressesOnlyEndsTheWalk) {
   // A's piece is exactly the broadcast set, so neither it nor B's piece
   // behind it is kept.
