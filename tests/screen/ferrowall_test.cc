@@ -63,13 +63,6 @@ TEST_F(FerrowallTest, SecondaryTakesItsMastersNameBeforeAndAfterResolution) {
   EXPECT_EQ(both.VirtualName(), both.MasterResolved()->Name());
 }
 
-TEST_F(FerrowallTest, SecondaryWithoutMasterFailsFirst) {
-  Ferrowall& secondary = AddHAScreen("second", 0, 1, "10.9.0.2", nullptr);
-  EXPECT_EQ(secondary.FigureVirtualName(registry, errors), 1);
-  EXPECT_EQ(errors.str(), "Error: HA Secondary with no Master\n");
-  EXPECT_STREQ(secondary.VirtualName(), "second");
-}
-
 TEST_F(FerrowallTest, UndefinedMasterPassesTheVirtualNameAndFailsResolution) {
   Ferrowall& secondary = AddHAScreen("second", 0, 1, "10.9.0.2", "ghost");
   EXPECT_EQ(secondary.FigureVirtualName(registry, errors), 0);
