@@ -18,9 +18,8 @@
 
 namespace {
 
-// Two admin interfaces, net0 (id 0, "inside" 10.0.0.0/24) and net1 (id 1,
-// "dmz" 192.168.1.0/24), engines tcp (forward only, one parameter) and udp
-// (both paths) on internal routines 0 and 1, and the services of the rules.
+// Addresses "dmz" and "far", engines tcp (forward only, one parameter) and
+// udp (both paths) on internal routines 0 and 1, and a broadcast service.
 class InterfaceWriterTest : public testing::Test {
  protected:
   void SetUp() override {
@@ -34,15 +33,8 @@ class InterfaceWriterTest : public testing::Test {
     registry_.StateEngineInternals(*new StateEngineInternal("udp_engine", 1));
     tcp_ = AddEngine(new StateEngine("tcp", "tcp_engine", "port", 1, 1, 65535, 1, ints({0}), 1, 0));
     udp_ = AddEngine(new StateEngine("udp", "udp_engine", "port", 2, 1, 65535, 0, nullptr, 1, 1));
-    registry_.Addresses(*address_of("inside", {{"10.0.0.0", "10.0.0.255"}}).release());
     registry_.Addresses(*address_of("dmz", {{"192.168.1.0", "192.168.1.255"}}).release());
     registry_.Addresses(*address_of("far", {{"172.16.0.0", "172.16.255.255"}}).release());
-    net0_ = AddInterface("net0", "inside", INTERFACE_ADMIN, LOG_SUMMARY, SNMP_TRAP, ICMP_NET_FORBIDDEN);
-    net1_ = AddInterface("net1", "dmz", INTERFACE_ADMIN, LOG_NONE, SNMP_NONE, ICMP_NONE);
-    ASSERT_EQ(net0_->UniqueID(), 0u);
-    ASSERT_EQ(net1_->UniqueID(), 1u);
-    www_ = ServiceOf("www", params_set(*tcp_, {0}, {{80, 80}}));
-    dns_ = ServiceOf("dns", params_set(*udp_, {}, {{53, 53}}));
     netbios_ = ServiceOf("netbios", params_set(*udp_, {}, {{137, 138}}, 1));
   }
 
@@ -58,8 +50,7 @@ class InterfaceWriterTest : public testing::Test {
     Interface* interface = new Interface(name, protects, type, log, snmp, icmp, nullptr, nullptr, 0, nullptr);
     std::ostringstream errors;
     EXPECT_EQ(interface->Resolve(CO_ADDRESS, registry_.Addresses(), errors), 0) << errors.str();
-    if (type != INTERFACE_DISABLED) registry_.InterfaceList(type).Append(*interface);
-    else owned_.emplace_back(interface);
+    registry_.InterfaceList(type).Append(*interface);
     return interface;
   }
 
@@ -74,63 +65,17 @@ class InterfaceWriterTest : public testing::Test {
   Ferrowall screen_{"gate"};
   StateEngine* tcp_ = nullptr;
   StateEngine* udp_ = nullptr;
-  Interface* net0_ = nullptr;
-  Interface* net1_ = nullptr;
-  std::unique_ptr<Service> www_;
-  std::unique_ptr<Service> dns_;
   std::unique_ptr<Service> netbios_;
-  std::vector<std::unique_ptr<Interface>> owned_;
   std::ostringstream interface_in_;
 };
 
 const char kHead[] =
     "#include \"SKIP_V1_TABLE\"\n"
     "#include \"Input.nat\"\n";
-const char kRows[] =
-    "INTERFACE\t\"net0\"\t0\tRANGE_LIST\t10.0.0.0 - 10.0.0.255\t\n"
-    "INTERFACE\t\"net1\"\t1\tRANGE_LIST\t192.168.1.0 - 192.168.1.255\t\n";
 const char kEngines[] =
     "STATE_ENGINE\ttcp_engine\t0\n"
     "STATE_ENGINE\tudp_engine\t1\n";
 const char kProgramEnd[] = "\t(void) default_fail();\n\thalt;\n}\n";
-
-TEST_F(InterfaceWriterTest, ReverseInterfaceIsWrittenUnderTheRealName) {
-  Interface* reverse = AddInterface("Ferrowall", "far", INTERFACE_ADMIN, LOG_NONE, SNMP_NONE, ICMP_NONE);
-  ScratchDirectory directory;
-  // Before any rename the reverse interface's row is an ordinary one.
-  InterfaceWriter::GenerateOutput(interface_in_, *net1_, registry_, registry_.AdminInterfaces(), screen_,
-                                  nullptr);
-  EXPECT_NE(contents("net1.data").find("INTERFACE\t\"Ferrowall\"\t2\tRANGE_LIST\t172.16.0.0 - 172.16.255.255\t\n"),
-            std::string::npos);
-  interface_in_.str("");
-  reverse->Name(net0_->Name());
-  InterfaceWriter::GenerateOutput(interface_in_, *reverse, registry_, registry_.AdminInterfaces(), screen_,
-                                  net0_);
-  EXPECT_EQ(interface_in_.str(), "");
-  EXPECT_EQ(contents("net0.rev.data"),
-            std::string(kHead) +
-                "THIS_INTERFACE\taddr_2\n"
-                "RANGE_LIST\taddr_2\t172.16.0.0 - 172.16.255.255\t\n"
-                "OTHER_INTERFACES\taddr_3\n"
-                "RANGE_LIST\taddr_3\t10.0.0.0 - 10.0.0.255\t\n" +
-                kRows + "INTERFACE\tFerrowall\t2\tRANGE_LIST\t172.16.0.0 - 172.16.255.255\t\n" + kEngines +
-                "LOCALHOST\n");
-  // Without rules the program is its frame alone.
-  EXPECT_EQ(contents("net0.rev.pfl"),
-            std::string("#include \"pfldefs.h\"\n#include \"state_engines.h\"\n#include \"net0.rev.data.defs\"\n"
-                        "screen()\n{\n\n") +
-                kProgramEnd);
-  EXPECT_FALSE(exists("net0.data"));
-}
-
-TEST_F(InterfaceWriterTest, DisabledInterfaceGivesItsInterfaceInLineOnly) {
-  Interface* off = AddInterface("off", "dmz", INTERFACE_DISABLED, LOG_DETAIL, SNMP_TRAP, ICMP_NONE);
-  ScratchDirectory directory;
-  InterfaceWriter::GenerateOutput(interface_in_, *off, registry_, registry_.DisabledInterfaces(), screen_,
-                                  nullptr);
-  EXPECT_EQ(interface_in_.str(), "\"off\" INTERFACE DISABLED \"dmz\";\n");
-  EXPECT_TRUE(std::filesystem::is_empty(std::filesystem::current_path()));
-}
 
 TEST_F(InterfaceWriterTest, InterfaceInWordsOfTheRoutingTypes) {
   Interface* gateway = AddInterface("r0", "dmz", INTERFACE_GWY, LOG_DETAIL, SNMP_NONE, ICMP_PORT_UNREACHABLE);

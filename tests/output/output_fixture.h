@@ -5,8 +5,12 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <filesystem>
+#include <fstream>
 #include <initializer_list>
 #include <memory>
+#include <sstream>
+#include <string>
 #include <utility>
 
 #include <stdlib.h>
@@ -26,12 +30,6 @@ inline std::unique_ptr<Address> address_of(const char* name,
   for (const auto& range : ranges) address->Include(Range(ip(range.first), ip(range.second), RT_ADDRESS, RS_ADDRESSES));
   return address;
 }
-
-
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-#include <string>
 
 // Runs a test in a fresh directory of its own, removed afterwards, since the
 // writers make their files in the current directory.

@@ -12,25 +12,6 @@
 
 namespace {
 
-Filter* filter_of(const char* engine, std::initializer_list<std::pair<unsigned long, unsigned long>> values) {
-  TList<Discriminator>* discriminators = new TList<Discriminator>;
-  for (const auto& value : values)
-    discriminators->Append(*new Discriminator(value.first, value.second, 0, nullptr, 0));
-  return new Filter(engine, discriminators);
-}
-
-TEST(ServicesFileTest, SingleServiceListsItsForwardFiltersOnly) {
-  TList<Filter>* forward = new TList<Filter>;
-  forward->Append(*filter_of("tcp", {{80, 80}, {8000, 8080}}));
-  forward->Append(*filter_of("udp", {{53, 53}}));
-  TList<Filter>* reverse = new TList<Filter>;
-  reverse->Append(*filter_of("tcp", {{20, 20}}));
-  Service web("web", forward, reverse, nullptr, nullptr);
-  std::ostringstream out;
-  ServiceWriter::GenerateServicesFile(out, web);
-  EXPECT_EQ(out.str(), "\"web\"\n2\n\"tcp\"\t80 8000 - 8080 \n\"udp\"\t53 \n");
-}
-
 TEST(ServicesFileTest, GroupListsItsMembersAndEmptyFormsGiveZero) {
   TList<Entity>* members = new TList<Entity>;
   members->Append(*new Entity("smtp", nullptr, nullptr, 0));
@@ -75,32 +56,6 @@ class ServiceLinesTest : public testing::Test {
   Engines engines_;
   TList<Entity> internals_;
 };
-
-TEST_F(ServiceLinesTest, TableLinesComeOnceAndEveryRuleCallsTheEngines) {
-  Service service("mixed", nullptr, nullptr);
-  FilterParams* tcp = params_set(engines_.tcp, {0}, {{80, 80}, {443, 443}});
-  FilterParams* udp = params_set(engines_.udp, {}, {{53, 53}});
-  service.Include(*tcp, 0);
-  service.Include(*udp, 0);
-  delete tcp;
-  delete udp;
-  service.Used(0);
-  std::ostringstream table;
-  std::ostringstream program;
-  ServiceWriter::GenerateOutput(table, program, service, 1, 7, 3);
-  ServiceWriter::GenerateOutput(table, program, service, 0, 8, 0x800006);
-  EXPECT_EQ(table.str(),
-            "RANGE_LIST\tsvc_0\t80 - 80\t443 - 443\n"
-            "STATE_ENGINE_PARAMS\tFilter_0\t0\n"
-            "RANGE_LIST\tsvc_1\t53 - 53\n"
-            "STATE_ENGINE_PARAMS\tFilter_1\n");
-  EXPECT_EQ(program.str(),
-            "\t\t\ttcp_fwd(svc_0, 0, 1, Filter_0, Policy_7, 0x3)\n"
-            "\t\t\tudp_fwd(svc_1, 1, 1, Filter_1, Policy_7, 0x3)\n"
-            "\t\t\ttcp_fwd(svc_0, 0, 0, Filter_0, Policy_8, 0x800006)\n"
-            "\t\t\tudp_fwd(svc_1, 1, 0, Filter_1, Policy_8, 0x800006)\n");
-  EXPECT_TRUE(service.Used());
-}
 
 TEST_F(ServiceLinesTest, DirectionPicksTheRoutineAndAMissingRoutineGivesNoCall) {
   std::unique_ptr<FilterParams> back(params_set(engines_.udp, {}, {{53, 53}}, 0, FD_REVERSE));

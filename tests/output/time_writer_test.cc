@@ -48,13 +48,4 @@ TEST(TimeWriterTest, TableHoldsUsedTimesWithSevenDayLists) {
             "0\n");
 }
 
-TEST(TimeWriterTest, NoUsedTimeGivesCountZero) {
-  Registry registry;
-  for (TList_Cell<Entity>* cell = registry.Times().Head(); cell != nullptr; cell = cell->Next())
-    cell->Data()->Used(0);
-  std::ostringstream out;
-  TimeWriter::GenerateTimeFile(out, registry);
-  EXPECT_EQ(out.str(), "0\n");
-}
-
 }  // namespace

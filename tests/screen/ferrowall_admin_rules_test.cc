@@ -10,6 +10,7 @@
 #include "model/address.h"
 #include "model/registry.h"
 #include "policy/rule.h"
+#include "screen/distribution_fixture.h"
 #include "screen/ferrowall.h"
 #include "services/service.h"
 
@@ -17,12 +18,6 @@ namespace {
 
 const char* const kEveryService[] = {"remote administration", "snmp traps", "skip", "certificate discovery",
                                      "rip", "dns", "nis"};
-
-uint32_t ip(const char* text) {
-  uint32_t value = 0;
-  EXPECT_EQ(parse_ipv4addr(text, &value), 0) << text;
-  return value;
-}
 
 // "service source>destination", with " HA" for a rule of the cluster.
 std::string Describe(const Rule& rule) {
@@ -39,11 +34,6 @@ struct RuleList {
     rules->Delete_Data();
     delete rules;
   }
-  const Rule& At(int index) const {
-    TList_Cell<Entity>* cell = rules->Head();
-    while (index-- > 0) cell = cell->Next();
-    return *static_cast<Rule*>(cell->Data());
-  }
   std::vector<std::string> Described() const {
     std::vector<std::string> texts;
     for (TList_Cell<Entity>* cell = rules->Head(); cell != nullptr; cell = cell->Next())
@@ -59,11 +49,6 @@ class AdminRulesTest : public testing::Test {
     for (const char* name : kEveryService)
       if (std::find(skipped.begin(), skipped.end(), name) == skipped.end())
         registry.ServicesCompile(*new Service(name, nullptr, nullptr));
-  }
-
-  Service* CompiledService(const char* name) const {
-    Entity wanted(name, nullptr, nullptr, 0);
-    return static_cast<Service*>(wanted.FindSelf(registry.ServicesCompile(), 0));
   }
 
   Ferrowall& AddScreen(const char* name, const FerrowallSettings& settings = FerrowallSettings()) {
@@ -119,32 +104,6 @@ TEST_F(AdminRulesTest, EverySettingGivesItsRulesInOrder) {
                                       "certificate discovery localhost>*", "certificate discovery *>localhost",
                                       "rip localhost>* HA", "rip *>localhost HA", "dns localhost>*",
                                       "nis localhost>*"}));
-  for (int index = 0; index < rules->rules->Length(); ++index) {
-    const Rule& rule = rules->At(index);
-    EXPECT_EQ(rule.SvcResolved(), CompiledService(rule.InputService().Name()));
-    EXPECT_EQ(rule.Action(), ACTION_ALLOW);
-    EXPECT_EQ(rule.Log(), LOG_NONE);
-    EXPECT_EQ(rule.SNMPValue(), SNMP_NONE);
-    EXPECT_EQ(rule.ICMPValue(), ICMP_NONE);
-    EXPECT_EQ(rule.Origin(), &rule);
-    EXPECT_EQ(rule.Screen(), nullptr);
-    EXPECT_EQ(rule.Description(), nullptr);
-  }
-}
-
-TEST_F(AdminRulesTest, TrapRecipientsHoldEveryReceiver) {
-  AddServices();
-  std::unique_ptr<RuleList> rules = Generate(AddBusyScreen("gate"));
-  ASSERT_NE(rules->rules, nullptr);
-  const Address& recipients = rules->At(0).Destination();
-  EXPECT_EQ(recipients.Type(), ADDRESS_SINGLE);
-  TList<Range>* ranges = recipients.CreateOrderedRangeList();
-  ASSERT_EQ(ranges->Length(), 2);
-  EXPECT_EQ(ranges->Head()->Data()->Start(), ip("10.0.0.5"));
-  EXPECT_EQ(ranges->Head()->Data()->End(), ip("10.0.0.6"));
-  EXPECT_EQ(ranges->Tail()->Data()->Start(), ip("10.0.0.9"));
-  EXPECT_EQ(ranges->Tail()->Data()->End(), ip("10.0.0.9"));
-  delete ranges;
 }
 
 TEST_F(AdminRulesTest, PlainScreenNeedsOnlyKeyManagement) {
@@ -155,13 +114,6 @@ TEST_F(AdminRulesTest, PlainScreenNeedsOnlyKeyManagement) {
   ASSERT_NE(rules->rules, nullptr);
   EXPECT_EQ(messages, "");
   EXPECT_EQ(rules->Described(), std::vector<std::string>{"skip localhost>*"});
-}
-
-TEST_F(AdminRulesTest, RegistryWithoutSkipFailsEveryScreen) {
-  AddServices({"skip"});
-  std::unique_ptr<RuleList> rules = Generate(AddScreen("gate"));
-  EXPECT_EQ(rules->rules, nullptr);
-  EXPECT_EQ(messages, "Error: Service not defined (skip)\n");
 }
 
 // Rules made before the missing service are freed with the list.

@@ -8,31 +8,12 @@
 
 #include "crypto/algorithm.h"
 #include "crypto/certificate.h"
+#include "screen/distribution_fixture.h"
 #include "model/address.h"
 #include "model/registry.h"
 #include "screen/interface.h"
 
 namespace {
-
-uint32_t ip(const char* text) {
-  uint32_t value = 0;
-  EXPECT_EQ(parse_ipv4addr(text, &value), 0) << text;
-  return value;
-}
-
-// The ranges in ascending order, "a-b" each, or "a" for a single address.
-std::vector<std::string> ranges_of(const Address& address) {
-  std::vector<std::string> texts;
-  TList<Range>* ordered = address.CreateOrderedRangeList();
-  for (TList_Cell<Range>* cell = ordered->Head(); cell != nullptr; cell = cell->Next()) {
-    const Range& range = *cell->Data();
-    std::string text = dotted_address(range.Start());
-    if (range.End() != range.Start()) text += "-" + dotted_address(range.End());
-    texts.push_back(text);
-  }
-  delete ordered;
-  return texts;
-}
 
 // The screens of a test live in the registry's list, which owns them.
 class FerrowallTest : public testing::Test {
@@ -69,23 +50,10 @@ class FerrowallTest : public testing::Test {
   std::ostringstream errors;
 };
 
-TEST_F(FerrowallTest, VirtualNameOfScreensWithoutTheSecondaryRole) {
-  Ferrowall& slave = AddHAScreen("slave", 0, 0, nullptr, "boss");
-  Ferrowall& primary = AddHAScreen("primary", 1, 0, "10.9.0.1", nullptr);
-  for (Ferrowall* screen : {&slave, &primary}) {
-    EXPECT_EQ(screen->FigureVirtualName(registry, errors), 0);
-    EXPECT_STREQ(screen->VirtualName(), screen->Name());
-  }
-  EXPECT_EQ(errors.str(), "");
-}
-
 TEST_F(FerrowallTest, SecondaryTakesItsMastersNameBeforeAndAfterResolution) {
   Ferrowall& secondary = AddHAScreen("second", 0, 1, "10.9.0.2", "first");
   EXPECT_EQ(secondary.FigureVirtualName(registry, errors), 0);
   EXPECT_STREQ(secondary.VirtualName(), "first");
-  secondary.RenameReference(CO_SCREEN, "first", "renamed");
-  EXPECT_STREQ(secondary.VirtualName(), "renamed");
-  secondary.RenameReference(CO_SCREEN, "renamed", "first");
 
   Ferrowall& both = AddHAScreen("both", 1, 1, "10.9.0.3", "first");
   AddHAScreen("first", 1, 0, "10.9.0.1", nullptr);
@@ -93,13 +61,6 @@ TEST_F(FerrowallTest, SecondaryTakesItsMastersNameBeforeAndAfterResolution) {
   EXPECT_EQ(both.FigureVirtualName(registry, errors), 0);
   EXPECT_STREQ(both.VirtualName(), "first");
   EXPECT_EQ(both.VirtualName(), both.MasterResolved()->Name());
-}
-
-TEST_F(FerrowallTest, SecondaryWithoutMasterFailsFirst) {
-  Ferrowall& secondary = AddHAScreen("second", 0, 1, "10.9.0.2", nullptr);
-  EXPECT_EQ(secondary.FigureVirtualName(registry, errors), 1);
-  EXPECT_EQ(errors.str(), "Error: HA Secondary with no Master\n");
-  EXPECT_STREQ(secondary.VirtualName(), "second");
 }
 
 TEST_F(FerrowallTest, UndefinedMasterPassesTheVirtualNameAndFailsResolution) {
@@ -163,52 +124,6 @@ TEST_F(FerrowallTest, EveryUnresolvedNameIsCountedWithItsWord) {
             "Error: \"s\" refers to undefined COMPRESSION ALGORITHM: \"comp\".\n");
 }
 
-TEST_F(FerrowallTest, AlgorithmsResolveFromTheirOwnLists) {
-  FerrowallSettings settings;
-  settings.ike_hash = "SHA1";
-  settings.key_algorithm = "DES-CBC";
-  settings.mac_algorithm = "MD5";
-  Ferrowall& screen = AddScreen("s", settings);
-  Algorithm* hash = new Algorithm("SHA1");
-  Algorithm* key = new Algorithm("DES-CBC", ALG_KEY, SKIP_V2);
-  registry.Algorithms(*hash);
-  registry.AlgorithmKeyV2(*key);
-  // The key list doesn't serve the MAC algorithm.
-  registry.AlgorithmKeyV2(*new Algorithm("MD5", ALG_KEY, SKIP_V2));
-  EXPECT_EQ(screen.Resolve(CO_ALGORITHM, registry.Algorithms(), errors), 0);
-  EXPECT_EQ(screen.Resolve(CO_ALG_KEY, registry.AlgorithmKeyV2(), errors), 0);
-  EXPECT_EQ(screen.Resolve(CO_ALG_MAC, registry.AlgorithmMacV2(), errors), 1);
-  EXPECT_EQ(screen.IKEHash(), hash);
-  EXPECT_EQ(screen.KeyAlgorithm(), key);
-  EXPECT_EQ(screen.MacAlgorithm(), nullptr);
-}
-
-TEST_F(FerrowallTest, ReferLooksAtMasterTunnelAndCertificatesButNotAdminIP) {
-  FerrowallSettings settings;
-  settings.admin_ip = new Address("adm", nullptr, nullptr, ADDRESS_SINGLE);
-  settings.tunnel = "tun";
-  settings.master = "boss";
-  settings.ike_certificate = "ikec";
-  settings.skip_certificate = "skipc";
-  Ferrowall& screen = AddScreen("s", settings);
-  EXPECT_EQ(screen.Refer(CO_ADDRESS, "adm", 0), 0);
-  EXPECT_EQ(screen.Refer(CO_ADDRESS, "tun", 0), 1);
-  EXPECT_EQ(screen.Refer(CO_SCREEN, "tun", 0), 0);
-  EXPECT_EQ(screen.Refer(CO_CERTIFICATE, "ikec", 0), 1);
-  EXPECT_EQ(screen.Refer(CO_CERTIFICATE, "skipc", 0), 1);
-  testing::internal::CaptureStdout();
-  EXPECT_EQ(screen.Refer(CO_SCREEN, "boss", 1), 1);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(), "SCREEN \"s\"\n");
-
-  screen.RenameReference(CO_CERTIFICATE, "skipc", "renamed");
-  screen.RenameReference(CO_ADDRESS, "adm", "other");
-  EXPECT_EQ(screen.Refer(CO_CERTIFICATE, "skipc", 0), 0);
-  EXPECT_EQ(screen.Refer(CO_CERTIFICATE, "renamed", 0), 1);
-  EXPECT_EQ(screen.Refer(CO_CERTIFICATE, "ikec", 0), 1);
-  screen.RenameReference(CO_SCREEN, "boss", "chief");
-  EXPECT_EQ(screen.Refer(CO_SCREEN, "chief", 0), 1);
-}
-
 TEST_F(FerrowallTest, CertificatesMustBeOfTheKeyManagementTheyAreNamedFor) {
   registry.Certificates(*new Certificate("ike", IPSEC_IKE, 0, "CN=ike", nullptr, nullptr, nullptr));
   registry.Certificates(*new Certificate("skip", IPSEC_SKIP, 1, "0a0b", nullptr, nullptr, nullptr));
@@ -228,14 +143,6 @@ TEST_F(FerrowallTest, CertificatesMustBeOfTheKeyManagementTheyAreNamedFor) {
   EXPECT_EQ(errors.str(),
             "Error: Screen refers to non-IKE Certificate type: \"skip\"\n"
             "Error: Screen refers to non-SKIP Certificate type: \"ike\"\n");
-}
-
-TEST_F(FerrowallTest, PlainScreenPassesVerifyWithoutHAInterfaces) {
-  Ferrowall& screen = AddHAScreen("s", 0, 0, nullptr, nullptr);
-  AddRoutingInterface("hme0", INTERFACE_GWY);
-  EXPECT_EQ(screen.Verify(registry, errors), 0);
-  EXPECT_EQ(screen.HA_HOSTS(), nullptr);
-  EXPECT_EQ(errors.str(), "");
 }
 
 TEST_F(FerrowallTest, VerifyReportsTheFirstHAFault) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "screen/distribution_fixture.h"
 #include "model/address.h"
 #include "screen/ferrowall.h"
 #include "screen/interface_clk.h"
@@ -14,28 +15,6 @@
 #include "support/host_description.h"
 
 namespace {
-
-using Ranges = std::vector<std::string>;
-
-uint32_t ip(const char* text) {
-  uint32_t value = 0;
-  EXPECT_EQ(parse_ipv4addr(text, &value), 0) << text;
-  return value;
-}
-
-// The ranges in ascending order, "a-b" each, or "a" for a single address.
-Ranges ranges_of(const Address& address) {
-  Ranges texts;
-  TList<Range>* ordered = address.CreateOrderedRangeList();
-  for (TList_Cell<Range>* cell = ordered->Head(); cell != nullptr; cell = cell->Next()) {
-    const Range& range = *cell->Data();
-    std::string text = dotted_address(range.Start());
-    if (range.End() != range.Start()) text += "-" + dotted_address(range.End());
-    texts.push_back(text);
-  }
-  delete ordered;
-  return texts;
-}
 
 std::unique_ptr<Address> address_of(const char* name, const char* start, const char* end) {
   return std::make_unique<Address>(name, ip(start), ip(end), nullptr, nullptr, RS_ADDRESSES);
@@ -73,18 +52,6 @@ class InterfaceTest : public testing::Test {
 
 const Ranges kMulticast = {"224.0.0.0-239.255.255.255"};
 
-TEST_F(InterfaceTest, ReverseConstructorCopiesOrNamesAfterItself) {
-  auto inside = address_of("Protected", "10.0.0.0", "10.0.0.255");
-  Interface reverse("Ferrowall", "Reverse Interface", inside.get(), nullptr, 0, nullptr);
-  EXPECT_EQ(reverse.Type(), INTERFACE_GWY);
-  EXPECT_NE(reverse.ProtectedAddress(), inside.get());
-  EXPECT_EQ(ranges_of(*reverse.ProtectedAddress()), Ranges{"10.0.0.0-10.0.0.255"});
-  EXPECT_STREQ(reverse.InterfaceAddress()->Name(), "Ferrowall");
-  EXPECT_TRUE(reverse.InterfaceAddress()->Ranges().Empty());
-  EXPECT_EQ(reverse.Overlap(), nullptr);
-  EXPECT_STREQ(reverse.Description(), "Reverse Interface");
-}
-
 TEST_F(InterfaceTest, ResolveTakesPrivateCopiesAndReportsMisses) {
   TList<Entity> addresses;
   auto nets = address_of("nets", "10.0.0.0", "10.0.0.255");
@@ -102,28 +69,6 @@ TEST_F(InterfaceTest, ResolveTakesPrivateCopiesAndReportsMisses) {
   EXPECT_EQ(errors.str(),
             "Error: \"hme1\" refers to undefined ADDRESS: \"ghost\".\n"
             "Error: \"hme1\" refers to undefined ADDRESS: \"phantom\".\n");
-}
-
-TEST_F(InterfaceTest, ReferAndRenameFollowTheProtectedAddressAndTheScope) {
-  Interface interface("hme0", "nets", INTERFACE_GWY, LOG_NONE, SNMP_NONE, ICMP_NONE, "s", nullptr, 0,
-                      "shared");
-  EXPECT_EQ(interface.Refer(CO_ADDRESS, "shared", 0), 0);
-  EXPECT_EQ(interface.Refer(CO_SCREEN, "nets", 0), 0);
-  testing::internal::CaptureStdout();
-  EXPECT_EQ(interface.Refer(CO_ADDRESS, "nets", 1), 1);
-  EXPECT_EQ(interface.Refer(CO_SCREEN, "s", 1), 1);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(),
-            "SCREEN \"s\" INTERFACE \"hme0\"\nSCREEN \"s\" INTERFACE \"hme0\"\n");
-  testing::internal::CaptureStdout();
-  Make("hme1", INTERFACE_ADMIN)->Refer(CO_ADDRESS, "nets", 1);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(), "INTERFACE \"hme1\"\n");
-
-  interface.RenameReference(CO_ADDRESS, "nets", "inside");
-  interface.RenameReference(CO_SCREEN, "s", "t");
-  EXPECT_STREQ(interface.ProtectedAddress()->Name(), "inside");
-  EXPECT_STREQ(interface.Screen(), "t");
-  interface.RenameReference(CO_SCREEN, "inside", "x");
-  EXPECT_STREQ(interface.ProtectedAddress()->Name(), "inside");
 }
 
 TEST_F(InterfaceTest, MatchTypeWords) {
@@ -196,17 +141,6 @@ TEST_F(InterfaceTest, RoutingInterfaceReadsItsAddressesAndBroadcastsFromTheHost)
                     "224.0.0.0-239.255.255.255", "255.255.255.255"}));
 }
 
-TEST_F(InterfaceTest, AdminInterfaceFillsTheAdminSet) {
-  auto admin = Make("hme1", INTERFACE_ADMIN);
-  admin->SetAddresses(screen);
-  EXPECT_EQ(ranges_of(*admin->InterfaceAddress()), Ranges{"192.168.7.254"});
-  EXPECT_EQ(ranges_of(Interface::BroadcastAddressAdmin()),
-            (Ranges{"0.0.0.0", "192.168.0.0", "192.168.255.255", "224.0.0.0-239.255.255.255",
-                    "255.255.255.255"}));
-  EXPECT_TRUE(Interface::BroadcastAddressGWY().Ranges().Empty());
-  EXPECT_EQ(&admin->BroadcastAddress(), &Interface::BroadcastAddressAdmin());
-}
-
 TEST_F(InterfaceTest, LoopbackUnknownAndDisabledInterfacesGetNoHostValues) {
   for (const char* name : {"lo0", "qfe0", "nosuch"}) {
     auto interface = Make(name, INTERFACE_DISABLED);
@@ -240,13 +174,6 @@ class OtherAddressTest : public InterfaceTest {
   std::vector<std::unique_ptr<Interface>> owned;
 };
 
-TEST_F(OtherAddressTest, SingleInterfaceNotStrictHasNoOtherAddress) {
-  Interface& only = Add("10.0.0.0", "10.0.0.255", 0);
-  only.OtherAddress(family);
-  EXPECT_TRUE(only.OtherAddress()->Ranges().Empty());
-  EXPECT_STREQ(only.OtherAddress()->Name(), "Other");
-}
-
 TEST_F(OtherAddressTest, StrictMeansEverythingOutsideTheProtectedAddress) {
   Interface& a = Add("10.0.0.0", "10.0.0.255", 1);
   Interface& b = Add("10.0.1.0", "10.0.1.255", 0);
@@ -276,21 +203,6 @@ TEST_F(OtherAddressTest, OverlapIsNotForeignButTheNeighboursHostsInItAre) {
   strict.OtherAddress(pair);
   EXPECT_EQ(ranges_of(*strict.OtherAddress()),
             (Ranges{"0.0.0.0-9.255.255.255", "10.0.1.0", "10.0.1.2-255.255.255.255"}));
-}
-
-TEST_F(InterfaceTest, MarkAndCleanUpReachBothRuleListsOfAStealthInterface) {
-  InterfaceCLK clk_interface("qfe0", "nets", LOG_NONE, SNMP_NONE, ICMP_NONE, nullptr, nullptr, nullptr);
-  Entity* rule = new Entity("rule", nullptr, nullptr, 0);
-  Entity* ether = new Entity("ether", nullptr, nullptr, 0);
-  clk_interface.Rules().Append(*rule);
-  clk_interface.EtherRules().Append(*ether);
-  clk_interface.Mark();
-  EXPECT_EQ(rule->Used(), 1);
-  EXPECT_EQ(ether->Used(), 1);
-  EXPECT_EQ(clk_interface.ProtectedAddress()->Used(), 1);
-  clk_interface.CleanUp();
-  EXPECT_TRUE(clk_interface.Rules().Empty());
-  EXPECT_TRUE(clk_interface.EtherRules().Empty());
 }
 
 TEST_F(InterfaceTest, StealthInterfaceTakesTheScreensStealthNetwork) {
