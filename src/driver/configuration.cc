@@ -153,6 +153,6 @@ int Configuration::RulesToInterface(Ferrowall& screen) {
   registry_->AddAdminRules(*policy_admin_rules_);
   if (registry_->AddHARules(screen) != 0) return 1;
   registry_->AddRules(policy_->Rules());
-  if (policy_->EtherRules() != nullptr) registry_->AddEtherRules(*policy_->EtherRules());
+  registry_->AddEtherRules(policy_->EtherRules());
   return 0;
 }

@@ -164,7 +164,10 @@ class Registry : public Entity {
   // stream when they can't be made, else 0.
   int AddHARules(Ferrowall& screen);
   void AddRules(OrderedEntityList& rules);
-  void AddEtherRules(OrderedEntityList& rules);
+  // Hands each Ethernet rule to every stealth interface, in list order;
+  // only stealth interfaces filter at the Ethernet level, so without them
+  // the rules go nowhere.  A null list does nothing.
+  void AddEtherRules(const TList<Entity>* rules);
   // Drops the encrypting rules that stay inside one interface, on every
   // interface that carries rules.
   void OptimizeRules();

@@ -10,6 +10,7 @@
 #include "policy/rule.h"
 #include "screen/ferrowall.h"
 #include "screen/interface.h"
+#include "screen/interface_clk.h"
 #include "services/service.h"
 #include "support/fwi18n.h"
 
@@ -67,9 +68,14 @@ void Registry::AddRules(OrderedEntityList& rules) {
   }
 }
 
-// Ethernet-level rules reach only stealth interfaces, through a list of
-// their own; the policy splits none off yet, so there is nothing to hand on.
-void Registry::AddEtherRules(OrderedEntityList&) {}
+void Registry::AddEtherRules(const TList<Entity>* rules) {
+  if (rules == nullptr) return;
+  for (TList_Cell<Entity>* cell = rules->Head(); cell != nullptr; cell = cell->Next()) {
+    const Rule& rule = *static_cast<const Rule*>(cell->Data());
+    for (TList_Cell<Entity>* member = clk_interfaces_->Head(); member != nullptr; member = member->Next())
+      static_cast<InterfaceCLK*>(member->Data())->AddEther(rule, *this, *clk_interfaces_);
+  }
+}
 
 Interface* Registry::LastHAInterface() const {
   Interface* found = nullptr;

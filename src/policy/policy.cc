@@ -262,9 +262,9 @@ int Policy::CheckTranslations() const {
   return errors;
 }
 
-// The stages that expand the rule list (proxy rules and files, reverse
-// rules, VPN rules, conflicts, Ethernet rules) join this pipeline with the
-// classes they need; each runs only while nothing has failed.
+// The stages that expand the rule list with proxy and VPN rules join this
+// pipeline with the classes they need; each stage runs only while nothing
+// has failed.
 int Policy::Verify(Ferrowall& screen, std::ostream& out, Registry& registry) {
   for (OrderedEntityList* list : {&rules_, &nats_, &acls_local_, &acls_remote_})
     RemoveOtherScreenData(screen, list->Items());
@@ -278,12 +278,73 @@ int Policy::Verify(Ferrowall& screen, std::ostream& out, Registry& registry) {
   errors += ResolveReferences(out, registry);
   if (errors == 0) errors += SetSecurityParameters(screen);
   if (errors == 0) errors += GenerateProxyConfigs(screen);
+  if (errors == 0) errors += GenerateReverseRulesFilter(registry);
+  if (errors == 0) errors += GenerateReverseRulesStateEngine(registry);
+  if (errors == 0) errors += CheckConflicts(screen);
+  if (errors == 0) errors += SplitEtherRules(out, registry);
   if (errors == 0) errors += CheckTranslations();
-  // Each rule is compared with the rules behind it only, so a conflicting
-  // pair is reported once; a rule in conflict with several counts once.
-  if (errors == 0) {
-    for (TList_Cell<Entity>* cell = rules_.Items().Head(); cell != nullptr; cell = cell->Next())
-      if (static_cast<Rule*>(cell->Data())->Conflicts(cell->Next(), screen) != 0) ++errors;
+  return errors;
+}
+
+// Each rule is compared with the rules behind it only, so a conflicting
+// pair is reported once; a rule in conflict with several counts once.
+int Policy::CheckConflicts(const Ferrowall& screen) const {
+  int errors = 0;
+  for (TList_Cell<Entity>* cell = rules_.Items().Head(); cell != nullptr; cell = cell->Next())
+    if (static_cast<Rule*>(cell->Data())->Conflicts(cell->Next(), screen) != 0) ++errors;
+  return errors;
+}
+
+int Policy::GenerateReverseRulesFilter(Registry& registry) {
+  return GenerateReverseRules(registry, &Rule::GenerateReverseRuleFilter);
+}
+
+int Policy::GenerateReverseRulesStateEngine(Registry& registry) {
+  return GenerateReverseRules(registry, &Rule::GenerateReverseRuleStateEngine);
+}
+
+// The next cell is held before the rule is expanded, so a reverse rule
+// inserted behind it isn't expanded again by the same pass.
+int Policy::GenerateReverseRules(Registry& registry, ReverseExpansion expand) {
+  TList<Entity>& rules = rules_.Items();
+  TList_Cell<Entity>* cell = rules.Head();
+  while (cell != nullptr) {
+    TList_Cell<Entity>* next = cell->Next();
+    Rule* forward = nullptr;
+    Rule* reverse = nullptr;
+    if ((static_cast<Rule*>(cell->Data())->*expand)(&forward, &reverse, registry.ServicesCompile()) != 0)
+      return 1;
+    if (reverse != nullptr) rules.Append(*reverse, cell);
+    if (forward == nullptr) rules.Delete_Data_Cell(cell);
+    cell = next;
+  }
+  return 0;
+}
+
+// A rule that can't be split is reported and stays where it is, and the
+// walk goes on so that every such rule is reported.
+int Policy::SplitEtherRules(std::ostream& out, Registry& registry) {
+  delete ether_rules_;
+  ether_rules_ = new OrderedEntityList;
+  int errors = 0;
+  TList<Entity>& rules = rules_.Items();
+  TList_Cell<Entity>* cell = rules.Head();
+  while (cell != nullptr) {
+    TList_Cell<Entity>* next = cell->Next();
+    Rule& rule = *static_cast<Rule*>(cell->Data());
+    Rule* ether = nullptr;
+    Rule* other = nullptr;
+    if (rule.GenerateEtherRule(&ether, &other, registry.ServicesCompile()) != 0) {
+      out << fwi18n_text(kPolicySet, 10, "Error: SKIP and Ethernet filtering not supported") << "(" << rule << ")";
+      ++errors;
+    } else {
+      if (other == nullptr) {
+        rules.Delete_Cell(cell);
+        ether_only_rules_.Items(rule);
+      }
+      if (ether != nullptr) ether_rules_->Items(*ether);
+    }
+    cell = next;
   }
   return errors;
 }

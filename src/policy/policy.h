@@ -15,6 +15,7 @@
 class Ferrowall;
 class FWFile;
 class Registry;
+class Rule;
 
 class Policy : public Entity {
  public:
@@ -38,7 +39,7 @@ class Policy : public Entity {
   void VPNNodes(Entity& node) { vpn_nodes_.Items(node); }
   TList<Entity>& VPNSets() { return *vpn_sets_; }
   // The Ethernet rules split off the rule list; null until they are.
-  OrderedEntityList* EtherRules() { return ether_rules_; }
+  TList<Entity>* EtherRules() { return ether_rules_ != nullptr ? &ether_rules_->Items() : nullptr; }
 
   FWFile* File() const { return file_; }
   int Version() const;
@@ -84,6 +85,17 @@ class Policy : public Entity {
   // Compile stages, in the order the compile runs them.  Verify returns the
   // number of problems it reported.
   int Verify(Ferrowall& screen, std::ostream& out, Registry& registry);
+  // The reverse expansion of the rule list, first by the REVERSE filters of
+  // the services, then by the reverse paths of their engines: each reverse
+  // rule directly behind its rule, a rule that keeps nothing forward taken
+  // out.  The second pass sees what the first made.  Each returns 1 at the
+  // first rule that can't be reversed, leaving the rules before it changed.
+  int GenerateReverseRulesFilter(Registry& registry);
+  int GenerateReverseRulesStateEngine(Registry& registry);
+  // Moves the Ethernet part of every rule into a new EtherRules list; a
+  // rule left with nothing else leaves the rule list.  Returns the number
+  // of rules that can't be split, each reported on `out`.
+  int SplitEtherRules(std::ostream& out, Registry& registry);
   void SetHARules(Entity& ha_address);
   // Opens "ftpp.conf", "httpp.conf", "smtpp.conf" and "telnetp.conf" in the
   // current directory, emptying what they held.  Always 0.
@@ -95,6 +107,9 @@ class Policy : public Entity {
   // Verification stages: each returns the number of faults it reported.
   int SetSecurityParameters(const Ferrowall& screen);
   int CheckTranslations() const;
+  int CheckConflicts(const Ferrowall& screen) const;
+  using ReverseExpansion = int (Rule::*)(Rule** forward, Rule** reverse, TList<Entity>& services);
+  int GenerateReverseRules(Registry& registry, ReverseExpansion expand);
   // The list of a kind, or null.
   OrderedEntityList* ListOf(Config_Objects kind);
   const OrderedEntityList* ListOf(Config_Objects kind) const;
@@ -106,6 +121,9 @@ class Policy : public Entity {
   OrderedEntityList vpn_nodes_;
   TList<Entity>* vpn_sets_;
   OrderedEntityList* ether_rules_ = nullptr;
+  // Rules that left the rule list for the Ethernet list: their ether rules
+  // lead back to them through Origin, so they live as long as the policy.
+  OrderedEntityList ether_only_rules_;
   int dirty_ = 0;
   FWFile* load_file_ = nullptr;
   FWFile* file_;

@@ -259,6 +259,73 @@ TList<Entity>* Rule::SplitRuleByFilterParams(TList<Entity>& services) const {
   return rules;
 }
 
+int Rule::GenerateReverseRuleFilter(Rule** forward, Rule** reverse, TList<Entity>& services) {
+  return GenerateReverseRule(&Service::ReverseServiceFilter, forward, reverse, services);
+}
+
+int Rule::GenerateReverseRuleStateEngine(Rule** forward, Rule** reverse, TList<Entity>& services) {
+  return GenerateReverseRule(&Service::ReverseServiceStateEngine, forward, reverse, services);
+}
+
+// The reverse rule runs the other way, so what this rule decrypts it must
+// encrypt and the other way round.  Rules carry no security parameter
+// blocks in this build; when they do, each block goes over as a clone
+// turned by its ReverseDirection, and a certificate group, which has no
+// single counterpart once the ends change places, stops the expansion.
+int Rule::GenerateReverseRule(ServiceSplit split, Rule** forward, Rule** reverse,
+                              TList<Entity>& services) {
+  if (svc_resolved_ == nullptr) {
+    *forward = this;
+    return 0;
+  }
+  Service* forward_part = nullptr;
+  Service* reverse_part = nullptr;
+  (svc_resolved_->*split)(&forward_part, &reverse_part);
+  if (reverse_part != nullptr) {
+    services.Append(*reverse_part);
+    *reverse = new Rule(*reverse_part, *destination_, *source_, use_, encryption_parameters_,
+                        decryption_parameters_, vpn_, action_, log_, snmp_, icmp_, ha_, proxy_,
+                        time_resolved_, nullptr, nullptr);
+    (*reverse)->Origin(origin_);
+  }
+  *forward = KeepServicePart(forward_part, services);
+  return 0;
+}
+
+int Rule::GenerateEtherRule(Rule** ether, Rule** other, TList<Entity>& services) {
+  if (svc_resolved_ == nullptr) {
+    *other = this;
+    return 0;
+  }
+  Service* ether_part = nullptr;
+  Service* other_part = nullptr;
+  svc_resolved_->EtherSplit(&ether_part, &other_part);
+  if (ether_part != nullptr) {
+    if (security_parameter_ != nullptr || decryption_parameters_ != nullptr ||
+        encryption_parameters_ != nullptr || use_ != nullptr || proxy_ != nullptr) {
+      delete ether_part;
+      if (other_part != svc_resolved_) delete other_part;
+      return 1;
+    }
+    services.Append(*ether_part);
+    *ether = new RuleBroadcast(*ether_part, *source_, *destination_, nullptr, nullptr, nullptr,
+                               nullptr, action_, log_, snmp_, icmp_, ha_, nullptr, time_resolved_,
+                               nullptr, nullptr);
+    (*ether)->Origin(origin_);
+  }
+  *other = KeepServicePart(other_part, services);
+  return 0;
+}
+
+Rule* Rule::KeepServicePart(Service* part, TList<Entity>& services) {
+  if (part == nullptr) return nullptr;
+  if (part != svc_resolved_) {
+    Svc(*part);
+    services.Append(*part);
+  }
+  return this;
+}
+
 std::ostream& Rule::PrintFlags(std::ostream& out) const {
   out << log_word(log_);
   if (snmp_ == SNMP_TRAP) out << " SNMP";

@@ -114,6 +114,25 @@ class Rule : public Entity {
   int ReportParameterResolve(Config_Objects kind, Resolve_Error answer, const char* bad_name,
                              std::ostream& out) const;
 
+  // The expansion of a rule whose service also runs the other way: by the
+  // REVERSE filters of the service, or by the engines of its parameter sets
+  // that have a reverse path.  The caller sets both out-parameters to null.
+  // `*forward` is this rule, now with the forward half of its service, or
+  // stays null when nothing of the service runs forward; `*reverse` is a new
+  // rule for the reverse half, from the destination to the source, with the
+  // other fields of this rule but no screen and no comment.  New services go
+  // to `services`, which owns them.  Returns 1 after a report on the
+  // standard error stream when the rule can't be reversed.
+  int GenerateReverseRuleFilter(Rule** forward, Rule** reverse, TList<Entity>& services);
+  int GenerateReverseRuleStateEngine(Rule** forward, Rule** reverse, TList<Entity>& services);
+  // Cuts the sets of the "ether" engine off into a new RuleBroadcast
+  // `*ether` without user, crypto, VPN or proxy; `*other` is this rule with
+  // the rest, or stays null.  The caller sets both to null; new services go
+  // to `services`.  Returns 1, with nothing changed, when the rule has ether
+  // sets and also crypto, a user or a proxy, none of which the Ethernet
+  // level knows.
+  int GenerateEtherRule(Rule** ether, Rule** other, TList<Entity>& services);
+
   // One rule per parameter set of the service, each with a new service of
   // that one set named "<service>.<engine>", which is appended to (and
   // owned by) `services`.  The copies keep Origin and the interface tags.
@@ -162,6 +181,15 @@ class Rule : public Entity {
   int Conflicts(const Rule& other) const;
 
  private:
+  using ServiceSplit = void (Service::*)(Service** first, Service** second);
+  // The reverse expansion with `split` cutting the service into its forward
+  // and reverse halves.
+  int GenerateReverseRule(ServiceSplit split, Rule** forward, Rule** reverse,
+                          TList<Entity>& services);
+  // This rule with `part` of its service, or null without a part.  A part
+  // that isn't the rule's own service becomes its service and goes to
+  // `services`.
+  Rule* KeepServicePart(Service* part, TList<Entity>& services);
   // The resolve steps of one sort of reference each.
   int ResolveService(TList<Entity>& list, std::ostream& out);
   int ResolveAddress(Address** field, TList<Entity>& list, std::ostream& out);

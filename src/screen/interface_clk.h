@@ -22,6 +22,12 @@ class InterfaceCLK : public Interface {
   void SetAddresses(const Ferrowall& screen) override;
   // As the base, and on the Ethernet rules as well.
   void RemoveIntraInterfaceRules() override;
+  // Takes an Ethernet rule in when its source is this interface's side:
+  // a copy, with the protected address as its source, goes to the Ethernet
+  // rules, tagged with the members of `family` its destination names or
+  // touches ("*" tags them all, this one too).  Ethernet rules are never
+  // cut by destination.
+  void AddEther(const Rule& rule, const Registry& registry, const TList<Entity>& family);
   // As the base, with the routers before the comment.
   std::ostream& Enumerate(std::ostream& out, Enumerate_Type type) const override;
   std::ostream& Print(std::ostream& out) const override;
@@ -31,6 +37,10 @@ class InterfaceCLK : public Interface {
 
  private:
   void DeleteEtherRules();
+  bool TakesEther(const Rule& rule) const;
+  // Tags `rule` with the ids of the members of `family` that its
+  // destination is meant for.
+  static void TagEtherExits(Rule& rule, const Registry& registry, const TList<Entity>& family);
   // Each router dotted, behind `word` (which may be empty) and followed by
   // a blank.
   std::ostream& PrintRouters(std::ostream& out, const char* word) const;

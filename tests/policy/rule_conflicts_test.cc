@@ -17,7 +17,9 @@ TEST_F(PolicyVerifyInScratchTest, RulesWithoutManualParametersPassTheConflictSta
   Policy policy(new FWFile(nullptr, nullptr));
   for (int copies = 0; copies < 3; ++copies) policy.Rules(*parsed_rule("www", "*", "localhost").release());
   Registry registry;
-  registry.ServicesCompile(*new Service("www", nullptr, nullptr));
+  // A service with nothing in it would leave no rule behind the reverse pass.
+  Engines engines;
+  registry.ServicesCompile(*service_of("www", {params_set(engines.tcp, {0}, {{80, 80}})}).release());
   Ferrowall screen("gate");
   std::ostringstream out;
   testing::internal::CaptureStderr();
