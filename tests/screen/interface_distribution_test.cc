@@ -182,6 +182,38 @@ TEST_F(DistributionTest, StealthInterfaceHasNoRuleBackToItself) {
   EXPECT_EQ(ranges_of(rules_of(s1)[0]->Destination()), Ranges({"192.168.1.1"}));
 }
 
+// Ethernet rules are never cut: each stealth interface that the source
+// comes from takes one copy from its whole side, tagged with every member
+// the destination is meant for, by name first and by ranges otherwise.
+TEST_F(DistributionTest, EtherRulesEnterByTheirSourceAndAreTaggedByTheirDestination) {
+  std::vector<InterfaceCLK*> stealth;
+  for (const char* name : {"S1", "S2", "S3"}) {
+    std::string net = std::string("10.") + name[1] + ".0.";
+    stealth.push_back(static_cast<InterfaceCLK*>(
+        &AddInterface(name, INTERFACE_CLK, {span((net + "0").c_str(), (net + "255").c_str())})));
+  }
+  Seal();
+  auto service = Plain("arp");
+  TList<Entity> ether_rules;
+  ether_rules.Append(Written(*service, address_of("*", {kEverything}), address_of("*", {kEverything})));
+  ether_rules.Append(Written(*service, address_of("S1-net", {}), one("S2-net", "10.3.0.5")));
+  ether_rules.Append(Written(*service, one("h", "10.2.0.7"), address_of("x", {span("10.1.0.9", "10.2.0.3")})));
+  registry.AddEtherRules(&ether_rules);
+  registry.AddEtherRules(nullptr);
+
+  std::vector<Tags> expected_tags[] = {{{0, 1, 2}, {1}}, {{0, 1, 2}, {0, 1}}, {{0, 1, 2}}};
+  for (size_t member = 0; member < stealth.size(); ++member) {
+    std::vector<Rule*> copies = rules_of(stealth[member]->EtherRules());
+    ASSERT_EQ(copies.size(), expected_tags[member].size()) << member;
+    for (size_t i = 0; i < copies.size(); ++i) {
+      EXPECT_NE(dynamic_cast<RuleBroadcast*>(copies[i]), nullptr);
+      EXPECT_EQ(tags_of(*copies[i]), expected_tags[member][i]) << member << " " << i;
+      EXPECT_EQ(ranges_of(copies[i]->Source()), ranges_of(*stealth[member]->ProtectedAddress()));
+    }
+  }
+  EXPECT_TRUE(stealth[0]->Rules().Empty());
+}
+
 // The interface only asks whether a rule carries a block; the block classes
 // are not needed for that, so these stand-ins are never looked into.
 SecurityParameters* stand_in_block(int which) {
