@@ -59,6 +59,22 @@ TEST_F(PolicyVerificationTest, TimeStarAndEntriesOfAnotherScreenPass) {
   EXPECT_EQ(run.Err(), "");
 }
 
+// Each rule that can't give up its Ethernet part is reported, with no line
+// end after it, and the translations are not looked at any more.
+TEST_F(PolicyVerificationTest, EthernetRulesWithAUserAreRefused) {
+  EXPECT_EQ(Compile("ether STATE_ENGINE tcp_engine type FORWARD 9 1 0xffff 0 ;\n"
+                    "arp SERVICE ether 2054 ;\n"
+                    "RULE arp inside web USER bob ALLOW ;\n"
+                    "RULE arp inside web ALLOW ;\n"
+                    "RULE arp web inside USER ann ALLOW ;\n"
+                    "NAT STATIC pool \"*\" public \"*\" ;\n"),
+            245);
+  EXPECT_EQ(run.Err(),
+            "Error: SKIP and Ethernet filtering not supported(RULE\t\"arp\"  \"inside\"  \"web\"  USER \"bob\"  ALLOW;\n)"
+            "Error: SKIP and Ethernet filtering not supported(RULE\t\"arp\"  \"web\"  \"inside\"  USER \"ann\"  ALLOW;\n)"
+            "compiler error\n");
+}
+
 TEST_F(PolicyVerificationTest, TranslationOfUndefinedAddresses) {
   EXPECT_EQ(Compile("NAT DYNAMIC inside away public \"*\" ;\n"), 245);
   EXPECT_EQ(run.Err(), "Error: \"NAT\" refers to undefined ADDRESS: \"away\".\ncompiler error\n");
