@@ -380,7 +380,8 @@ int Rule::ResolveParameters(Config_Objects kind, TList<Entity>& list, std::ostre
   int errors = 0;
   ForEachBlock([&](SecurityParameters& parameters) {
     const char* bad_name = nullptr;
-    errors += ReportParameterResolve(kind, parameters.Resolve(kind, list, &bad_name), bad_name, out);
+    Resolve_Error answer = parameters.Resolve(kind, list, &bad_name);
+    errors += ReportParameterResolve(kind, answer, bad_name, out);
   });
   return errors;
 }
