@@ -88,6 +88,23 @@ INSTANTIATE_TEST_SUITE_P(
              "\"branch skip\"  \"DES-CBC\"  \"DES-CBC\"  \"MD5\"  \"NONE\"   SKIP_VERSION_2  \"gw skip\"  "
              "\"branch skip\"  \"DES-CBC\"  \"DES-CBC\"  \"MD5\"  \"NONE\"   ALLOW\n" +
                  kCompilerError},
+        Case{"SkipEncryptingBlockThatDecrypts",
+             std::string("RULE www branch lan SKIP_VERSION_2 \"branch skip\" \"gw skip\" ") + kSkip2 +
+                 " SKIP_VERSION_2 \"branch skip\" \"gw skip\" " + kSkip2 + " ALLOW ;\n",
+             "", 245,
+             "misdirected encryption_parameters: \"www\" \"branch\" \"lan\" SKIP_VERSION_2  \"branch skip\"  "
+             "\"gw skip\"  \"DES-CBC\"  \"DES-CBC\"  \"MD5\"  \"NONE\"   SKIP_VERSION_2  \"branch skip\"  "
+             "\"gw skip\"  \"DES-CBC\"  \"DES-CBC\"  \"MD5\"  \"NONE\"   ALLOW\n" +
+                 kCompilerError},
+        Case{"SkipBothBlocksUndecided",
+             std::string("RULE www lan branch SKIP_VERSION_2 \"gw skip\" \"gw skip\" ") + kSkip2 +
+                 " SKIP_VERSION_2 \"branch skip\" \"branch skip\" " + kSkip2 + " ALLOW ;\n",
+             "", 245,
+             "decryption_parameters direction error: encryption_parameters direction error: \"www\" \"lan\" "
+             "\"branch\" SKIP_VERSION_2  \"gw skip\"  \"gw skip\"  \"DES-CBC\"  \"DES-CBC\"  \"MD5\"  \"NONE\"   "
+             "SKIP_VERSION_2  \"branch skip\"  \"branch skip\"  \"DES-CBC\"  \"DES-CBC\"  \"MD5\"  \"NONE\"   "
+             "ALLOW\n" +
+                 kCompilerError},
         Case{"SkipWithAnIkeCertificate",
              std::string("RULE www lan branch SKIP_VERSION_2 \"gw ike\" \"branch skip\" ") + kSkip2 + " ALLOW ;\n",
              "", 245, "Error: Rule refers to invalid Certificate type: gw ike\n" + kCompilerError},
