@@ -37,6 +37,9 @@ class IKEWriter {
   // be written; 218 and 221 for a key entry, in which case the secret file
   // is still ended and the caller goes on.
   static int GenerateIKEFiles(const Ferrowall& screen, Registry& registry, const RuleLists& lists);
+  // Whether a status of GenerateIKEFiles leaves the IKE files unfinished, so
+  // that no further file may be written.
+  static bool StopsOutput(int status);
 
  private:
   // Policy::GenerateIKERules for the three lists, then the end mark.

@@ -135,9 +135,7 @@ void OutputFiles::GenerateCertificateGroups(const Registry& registry) {
 // head and its end mark only.
 int OutputFiles::GenerateMoreOutput(Ferrowall& screen, Registry& registry, const std::vector<TList<Entity>*>& rules) {
   int status = IKEWriter::GenerateIKEFiles(screen, registry, rules);
-  const int kTooManyResults = 218;
-  const int kInvalidIkeParameters = 221;
-  if (status != 0 && status != kTooManyResults && status != kInvalidIkeParameters) return status;
+  if (IKEWriter::StopsOutput(status)) return status;
   std::ofstream out("Remote.Access");
   out << kRemoteAccessHead << "\n# eof\n";
   return status;
