@@ -13,3 +13,15 @@ int IPsecIKEahParams::Resolve(Config_Objects kind, TList<Entity>& list, const ch
   }
   return not_installed ? RESOLVE_ALREADY_REPORTED : RESOLVE_OK;
 }
+
+std::ostream& IPsecIKEahParams::GenerateOutput(std::ostream& out) const {
+  return out << (algorithm_ != nullptr ? algorithm_->Value() : 0) << ' ';
+}
+
+std::ostream& IPsecIKEahParams::Print(std::ostream& out) const {
+  return out << "AH \"" << (AlgorithmName() != nullptr ? AlgorithmName() : "NONE") << "\" ";
+}
+
+std::ostream& IPsecIKEahParams::Enumerate(std::ostream& out) const {
+  return out << "AH(\"" << (AlgorithmName() != nullptr ? AlgorithmName() : "NONE") << "\") ";
+}

@@ -1,5 +1,7 @@
 #include "crypto/ipsec_ike_esp_params.h"
 
+#include <strings.h>
+
 #include "crypto/ipsec_algorithm_link.h"
 
 IPsecIKEespParams::IPsecIKEespParams(const char* encryption, const char* authentication)
@@ -23,4 +25,27 @@ int IPsecIKEespParams::Resolve(Config_Objects kind, TList<Entity>& list, const c
     }
   }
   return not_installed ? RESOLVE_ALREADY_REPORTED : RESOLVE_OK;
+}
+
+namespace {
+
+std::ostream& Value(std::ostream& out, const Algorithm* algorithm) {
+  return out << (algorithm != nullptr ? algorithm->Value() : 0) << ' ';
+}
+
+}  // namespace
+
+std::ostream& IPsecIKEespParams::GenerateOutput(std::ostream& out) const {
+  return Value(Value(out, encryption_), authentication_);
+}
+
+std::ostream& IPsecIKEespParams::Print(std::ostream& out) const {
+  bool none = strcasecmp(authentication_name_.c_str(), "NONE") == 0;
+  return out << "ESP \"" << encryption_name_ << "\" \"" << (none ? "" : authentication_name_) << "\" ";
+}
+
+std::ostream& IPsecIKEespParams::Enumerate(std::ostream& out) const {
+  out << "ESP(\"" << encryption_name_ << '"';
+  if (AuthenticationName() != nullptr) out << ", \"" << authentication_name_ << '"';
+  return out << ") ";
 }

@@ -3,6 +3,7 @@
 #ifndef FW_CRYPTO_IPSEC_IKE_ESP_PARAMS_H
 #define FW_CRYPTO_IPSEC_IKE_ESP_PARAMS_H
 
+#include <ostream>
 #include <string>
 
 #include "model/entity.h"
@@ -24,6 +25,14 @@ class IPsecIKEespParams {
   // Kind CO_ALGORITHM: links both algorithms of `list` by name.  0; 1 when
   // one is missing, with its name in `*missing`; 3 when one isn't installed.
   int Resolve(Config_Objects kind, TList<Entity>& list, const char** missing);
+
+  // The values of an action line tail: encryption and authentication, each
+  // followed by a blank.
+  std::ostream& GenerateOutput(std::ostream& out) const;
+  // `ESP "enc" "auth" ` as the language writes it, with `""` for no
+  // authentication, and `ESP("enc", "auth") ` for listings.
+  std::ostream& Print(std::ostream& out) const;
+  std::ostream& Enumerate(std::ostream& out) const;
 
  private:
   std::string encryption_name_;

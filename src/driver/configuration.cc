@@ -111,7 +111,7 @@ int Configuration::Compile(const char* screen, std::ostream& out) {
   registry_->OrderServicesByStateEngine();
   registry_->UnMark();
   if (registry_->UniqueTimes() != 0) return 236;
-  return OutputFiles::Generate(*this_screen_, *policy_, *registry_);
+  return OutputFiles::Generate(*this_screen_, *policy_, *registry_, screen_admin_rules_, policy_admin_rules_);
 }
 
 // The verification and distribution stages: each reports its problems and

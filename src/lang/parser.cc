@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <iostream>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -13,6 +14,10 @@
 #include "crypto/certificate_list.h"
 #include "crypto/ipsec_ike_ah_params.h"
 #include "crypto/ipsec_ike_esp_params.h"
+#include "crypto/ipsec_man_parameters.h"
+#include "crypto/security_parameters_ike.h"
+#include "crypto/security_parameters_man.h"
+#include "crypto/skip_parameter.h"
 #include "driver/configuration.h"
 #include "driver/fw_file.h"
 #include "lang/scanner.h"
@@ -49,6 +54,37 @@ const int kStatementEntries = 4;
 
 bool CarriesString(int token) { return token == TOK_STRING || token == TOK_ALIENLINE; }
 
+using Block = std::unique_ptr<SecurityParameters>;
+using Manual = std::unique_ptr<IPsecManParameters>;
+
+// The tunnel and screen clauses that end a security block.
+struct EndTexts {
+  Text source_tunnel, destination_tunnel, source_screen, destination_screen;
+  bool transport = false;
+
+  SecurityEnds Ends() const {
+    return {Chars(source_tunnel), Chars(destination_tunnel), Chars(source_screen), Chars(destination_screen),
+            transport};
+  }
+};
+
+// What a manual clause holds; the forms of the clause decide which words
+// are taken and which are only registered.
+struct ManualTexts {
+  int esp_spi = 0;
+  int ah_spi = 0;
+  Text esp_encryption, esp_authentication, ah_algorithm;
+  Text esp_encryption_key, esp_authentication_key, ah_key;
+
+  ManualNames Names() const {
+    return {Chars(esp_encryption),     Chars(esp_authentication),     Chars(ah_algorithm),
+            Chars(esp_encryption_key), Chars(esp_authentication_key), Chars(ah_key)};
+  }
+};
+
+// The ESP forms of a manual clause, by the words written.
+enum EspForm { kNoEsp, kEspKeyed, kEspAuthenticationKeyed, kEspKeyedNoAuthentication, kEspBothKeyed, kEspUnkeyed };
+
 class Parser {
  public:
   explicit Parser(Configuration& config) : config_(config), registry_(*config.TheRegistry()) {}
@@ -78,6 +114,7 @@ class Parser {
   }
   bool String(std::string* text);
   bool Number(int* number);
+  bool StringInto(Text* text);
   // KEYWORD string, when the keyword stands next.
   bool OptionalString(int keyword, Text* text);
   // One more element of a list clause.
@@ -126,13 +163,25 @@ class Parser {
   bool StealthNetwork(simplerange* network);
   bool EspClause(IPsecIKEespParams** esp);
   bool AhClause(IPsecIKEahParams** ah);
+  // The security blocks of a rule.
+  bool AtSecurityBlock() const { return At(TOK_SKIP_VERSION_1) || At(TOK_SKIP_VERSION_2) || At(TOK_MANUAL) || At(TOK_IKE); }
+  bool SecurityBlock(Block* block);
+  bool SkipBlock(Block* block);
+  bool ManualBlock(Block* block);
+  bool IkeBlock(Block* block);
+  // [SOURCE_TUNNEL t] [DESTINATION_TUNNEL t] or, where `transport_allowed`,
+  // TRANSPORT; then [SOURCE_SCREEN s] [DESTINATION_SCREEN s].
+  bool EndsClause(bool transport_allowed, EndTexts* ends);
+  bool ManualClause(Manual* manual);
+  bool ManualEsp(ManualTexts* texts, EspForm* form);
+  bool ManualAh(EspForm form, ManualTexts* texts);
   // A flag keyword: 1 and consumed when it stands next.
   int Flag(int keyword);
   // KEYWORD n, when the keyword stands next.
   bool OptionalNumber(int keyword, int* number);
   // Makes the algorithm object that a statement names, once per name.
   void RegisterAlgorithm(const std::string& name);
-  void RegisterSkipAlgorithm(const std::string& name, screen_alg_type type);
+  void RegisterSkipAlgorithm(const std::string& name, screen_alg_type type, Skip_Version version = SKIP_V2);
 
   Configuration& config_;
   Registry& registry_;
@@ -156,6 +205,13 @@ bool Parser::String(std::string* text) {
   return true;
 }
 
+bool Parser::StringInto(Text* text) {
+  std::string value;
+  if (!String(&value)) return false;
+  *text = value;
+  return true;
+}
+
 bool Parser::Number(int* number) {
   if (!At(TOK_NUMBER)) return SyntaxError();
   *number = value_.number;
@@ -166,10 +222,7 @@ bool Parser::Number(int* number) {
 bool Parser::OptionalString(int keyword, Text* text) {
   if (!At(keyword)) return true;
   Next();
-  std::string value;
-  if (!String(&value)) return false;
-  *text = value;
-  return true;
+  return StringInto(text);
 }
 
 bool Parser::Grow(int* elements) {
@@ -239,14 +292,19 @@ bool Parser::Statement() {
 
 // RULE service source destination [USER user] [VPN vpn] ALLOW [log] [snmp] [TIME time] [SCREEN screen] [COMMENT text] ;
 // RULE service source destination [USER user] DENY [log] [snmp] [icmp] [TIME time] [SCREEN screen] [COMMENT text] ;
+// RULE service source destination security [security] ALLOW [log] [snmp] [TIME time] [SCREEN screen] [COMMENT text] ;
 bool Parser::RuleStatement() {
   Next();
   std::string service, source, destination;
   Text user, vpn;
-  if (!String(&service) || !String(&source) || !String(&destination) || !OptionalString(TOK_USER, &user))
-    return false;
+  if (!String(&service) || !String(&source) || !String(&destination)) return false;
+  Block first, second;
   bool allow = true;
-  if (At(TOK_VPN) || At(TOK_ALLOW)) {
+  if (AtSecurityBlock()) {
+    if (!SecurityBlock(&first) || (AtSecurityBlock() && !SecurityBlock(&second)) || !Expect(TOK_ALLOW)) return false;
+  } else if (!OptionalString(TOK_USER, &user)) {
+    return false;
+  } else if (At(TOK_VPN) || At(TOK_ALLOW)) {
     if (!OptionalString(TOK_VPN, &vpn) || !Expect(TOK_ALLOW)) return false;
   } else {
     if (!Expect(TOK_DENY)) return false;
@@ -261,9 +319,10 @@ bool Parser::RuleStatement() {
   if (!allow && !IcmpOption(&icmp)) return false;
   Text time, screen, comment;
   if (!OptionalString(TOK_TIME, &time) || !Tail(&screen, &comment)) return false;
-  config_.ThePolicy()->Rules(*new Rule(service.c_str(), source.c_str(), destination.c_str(), Chars(user), nullptr,
-                                       nullptr, Chars(vpn), allow ? ACTION_ALLOW : ACTION_DENY, log, snmp, icmp, 0,
-                                       nullptr, Chars(time), Chars(screen), Chars(comment)));
+  config_.ThePolicy()->Rules(*new Rule(service.c_str(), source.c_str(), destination.c_str(), Chars(user),
+                                       first.release(), second.release(), Chars(vpn),
+                                       allow ? ACTION_ALLOW : ACTION_DENY, log, snmp, icmp, 0, nullptr, Chars(time),
+                                       Chars(screen), Chars(comment)));
   return true;
 }
 
@@ -712,10 +771,12 @@ void Parser::RegisterAlgorithm(const std::string& name) {
   CheckAndSaveEntity(new Algorithm(name.c_str()), registry_.Algorithms());
 }
 
-void Parser::RegisterSkipAlgorithm(const std::string& name, screen_alg_type type) {
-  TList<Entity>* lists[] = {&registry_.AlgorithmKeyV2(), &registry_.AlgorithmDataV2(), &registry_.AlgorithmMacV2(),
-                            &registry_.AlgorithmCompV2()};
-  CheckAndSaveEntity(new Algorithm(name.c_str(), type, SKIP_V2), *lists[type]);
+void Parser::RegisterSkipAlgorithm(const std::string& name, screen_alg_type type, Skip_Version version) {
+  TList<Entity>* v1[] = {&registry_.AlgorithmKeyV1(), &registry_.AlgorithmDataV1(), &registry_.AlgorithmMacV1(),
+                         &registry_.AlgorithmCompV1()};
+  TList<Entity>* v2[] = {&registry_.AlgorithmKeyV2(), &registry_.AlgorithmDataV2(), &registry_.AlgorithmMacV2(),
+                         &registry_.AlgorithmCompV2()};
+  CheckAndSaveEntity(new Algorithm(name.c_str(), type, version), *(version == SKIP_V1 ? v1 : v2)[type]);
 }
 
 // ESP enc auth; an empty or "NONE" authentication means none.
@@ -738,6 +799,153 @@ bool Parser::AhClause(IPsecIKEahParams** ah) {
   if (!String(&algorithm)) return false;
   RegisterAlgorithm(algorithm);
   *ah = new IPsecIKEahParams(algorithm.c_str());
+  return true;
+}
+
+bool Parser::SecurityBlock(Block* block) {
+  if (At(TOK_MANUAL)) return ManualBlock(block);
+  if (At(TOK_IKE)) return IkeBlock(block);
+  return SkipBlock(block);
+}
+
+bool Parser::EndsClause(bool transport_allowed, EndTexts* ends) {
+  ends->transport = transport_allowed && Flag(TOK_TRANSPORT);
+  if (!ends->transport &&
+      (!OptionalString(TOK_SOURCE_TUNNEL, &ends->source_tunnel) ||
+       !OptionalString(TOK_DESTINATION_TUNNEL, &ends->destination_tunnel)))
+    return false;
+  return OptionalString(TOK_SOURCE_SCREEN, &ends->source_screen) &&
+         OptionalString(TOK_DESTINATION_SCREEN, &ends->destination_screen);
+}
+
+// SKIP_VERSION_1 source-cert destination-cert key-alg data-alg ends
+// SKIP_VERSION_2 source-cert destination-cert key-alg data-alg mac-alg comp-alg ends
+bool Parser::SkipBlock(Block* block) {
+  Skip_Version version = At(TOK_SKIP_VERSION_1) ? SKIP_V1 : SKIP_V2;
+  Next();
+  std::string certificates[2];
+  Text algorithms[4];
+  if (!String(&certificates[0]) || !String(&certificates[1])) return false;
+  for (int type = 0; type < (version == SKIP_V1 ? 2 : 4); ++type) {
+    std::string name;
+    if (!String(&name)) return false;
+    RegisterSkipAlgorithm(name, static_cast<screen_alg_type>(type), version);
+    algorithms[type] = name;
+  }
+  EndTexts ends;
+  if (!EndsClause(false, &ends)) return false;
+  SkipNames names = {certificates[0].c_str(), certificates[1].c_str(), Chars(algorithms[0]),
+                     Chars(algorithms[1]),    Chars(algorithms[2]),    Chars(algorithms[3])};
+  block->reset(new SkipParameter(version, names, ends.Ends()));
+  return true;
+}
+
+// MANUAL [FORWARD] manual [REVERSE manual] ends, or MANUAL REVERSE manual
+// ends; without a direction word one clause serves both flows.
+bool Parser::ManualBlock(Block* block) {
+  Next();
+  bool forward_only = Flag(TOK_FORWARD);
+  bool reverse_only = !forward_only && Flag(TOK_REVERSE);
+  Manual forward, reverse;
+  if (!ManualClause(reverse_only ? &reverse : &forward)) return false;
+  if (forward_only && Flag(TOK_REVERSE) && !ManualClause(&reverse)) return false;
+  EndTexts ends;
+  if (!EndsClause(true, &ends)) return false;
+  IPsecManParameters* shared = !forward_only && !reverse_only ? forward.get() : nullptr;
+  IPsecManParameters* backward = shared != nullptr ? shared : reverse.release();
+  block->reset(new SecurityParametersMan(forward.release(), backward, ends.Ends()));
+  return true;
+}
+
+// An ESP part, an AH part, or both in this order.
+bool Parser::ManualClause(Manual* manual) {
+  ManualTexts texts;
+  EspForm form = kNoEsp;
+  if (!ManualEsp(&texts, &form)) return false;
+  if (At(TOK_AH)) {
+    if (!ManualAh(form, &texts)) return false;
+  } else if (form == kNoEsp) {
+    return SyntaxError();
+  }
+  manual->reset(new IPsecManParameters(texts.esp_spi, texts.ah_spi, texts.Names()));
+  return true;
+}
+
+// ESP n enc KEYS key [auth [KEYS key]], or ESP n x auth KEYS key, or
+// ESP n x y.  An algorithm without a key can't be used, so the clause
+// holds "NONE" for it.
+bool Parser::ManualEsp(ManualTexts* texts, EspForm* form) {
+  if (!At(TOK_ESP)) return true;
+  Next();
+  std::string first, second;
+  if (!Number(&texts->esp_spi) || !String(&first)) return false;
+  if (Flag(TOK_KEYS)) {
+    if (!StringInto(&texts->esp_encryption_key)) return false;
+    RegisterAlgorithm(first);
+    texts->esp_encryption = first;
+    *form = kEspKeyed;
+    if (!At(TOK_STRING)) return true;
+    if (!String(&second)) return false;
+    RegisterAlgorithm(second);
+    *form = At(TOK_KEYS) ? kEspBothKeyed : kEspKeyedNoAuthentication;
+    texts->esp_authentication = *form == kEspBothKeyed ? second : "NONE";
+    return *form != kEspBothKeyed || (Expect(TOK_KEYS) && StringInto(&texts->esp_authentication_key));
+  }
+  if (!String(&second)) return false;
+  texts->esp_encryption = "NONE";
+  if (!At(TOK_KEYS)) {
+    RegisterAlgorithm("NONE");
+    texts->esp_authentication = "NONE";
+    *form = kEspUnkeyed;
+    return true;
+  }
+  Next();
+  RegisterAlgorithm(first);
+  RegisterAlgorithm(second);
+  texts->esp_authentication = second;
+  *form = kEspAuthenticationKeyed;
+  return StringInto(&texts->esp_authentication_key);
+}
+
+// AH m alg KEYS key, or AH m alg without a key.
+bool Parser::ManualAh(EspForm form, ManualTexts* texts) {
+  Next();
+  std::string algorithm;
+  if (!Number(&texts->ah_spi) || !String(&algorithm)) return false;
+  if (Flag(TOK_KEYS)) {
+    if (!StringInto(&texts->ah_key)) return false;
+    RegisterAlgorithm(algorithm);
+    texts->ah_algorithm = algorithm;
+    return true;
+  }
+  // Unkeyed, the algorithm counts as none, except behind a keyed ESP
+  // encryption without authentication, where the name is kept.
+  RegisterAlgorithm(form == kNoEsp || form == kEspUnkeyed ? "NONE" : algorithm);
+  texts->ah_algorithm = form == kEspKeyed ? algorithm : "NONE";
+  return true;
+}
+
+// IKE enc hash [group-n] auth cert peer [esp] [ah] ends; an empty peer
+// means a pre-shared key, which cert names.
+bool Parser::IkeBlock(Block* block) {
+  Next();
+  std::string encryption, hash, method, certificate, peer;
+  int group = 1;
+  if (!String(&encryption) || !String(&hash)) return false;
+  if (At(TOK_NUMBER) && !Number(&group)) return false;
+  if (!String(&method) || !String(&certificate) || !String(&peer)) return false;
+  for (const std::string* algorithm : {&encryption, &hash, &method}) RegisterAlgorithm(*algorithm);
+  IPsecIKEespParams* esp_made = nullptr;
+  IPsecIKEahParams* ah_made = nullptr;
+  bool esp_read = EspClause(&esp_made);
+  std::unique_ptr<IPsecIKEespParams> esp(esp_made);
+  if (!esp_read || !AhClause(&ah_made)) return false;
+  std::unique_ptr<IPsecIKEahParams> ah(ah_made);
+  EndTexts ends;
+  if (!EndsClause(true, &ends)) return false;
+  IkeNames names = {encryption.c_str(), hash.c_str(), static_cast<unsigned>(group), method.c_str(),
+                    certificate.c_str(), peer.empty() ? nullptr : peer.c_str()};
+  block->reset(new SecurityParametersIKE(names, esp.release(), ah.release(), ends.Ends()));
   return true;
 }
 

@@ -12,6 +12,7 @@
 #include <ostream>
 #include <vector>
 
+#include "crypto/ike_generation_bag.h"
 #include "model/entity.h"
 
 class Address;
@@ -135,6 +136,9 @@ class Registry : public Entity {
   int IKERootCertificates() const { return ike_special_[0]; }
   int IKETrustedCertificates() const { return ike_special_[1]; }
   int IKEInUse() const { return ike_in_use_; }
+  // The labels, ISAKMP addresses and entries of the IKE files of a compile.
+  IKEGenerationBag& IKEGenBag() { return ike_gen_bag_; }
+  const IKEGenerationBag& IKEGenBag() const { return ike_gen_bag_; }
 
   // Keeps of `list` what the compiled screen sees: general objects, and the
   // objects bound to its virtual name, which replace general ones of the
@@ -271,6 +275,7 @@ class Registry : public Entity {
   // Whether the root and the trusted special group exist.
   int ike_special_[2] = {0, 0};
   int ike_in_use_ = 0;
+  IKEGenerationBag ike_gen_bag_;
   int dirty_ = 0;
   int version_ = 0;
   FWFile* file_ = nullptr;

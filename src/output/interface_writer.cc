@@ -2,6 +2,8 @@
 
 #include <fstream>
 
+#include "crypto/certificate.h"
+#include "crypto/skip_parameter.h"
 #include "model/address.h"
 #include "model/address_list.h"
 #include "model/registry.h"
@@ -100,6 +102,11 @@ void InterfaceWriter::GenerateDataFile(std::ostream& table, Interface& interface
     AddressEntry(table, "OTHER_INTERFACES", *reverse_of->ProtectedAddress());
   else if (interface.OtherAddress() != nullptr)
     AddressEntry(table, "OTHER_INTERFACES", *interface.OtherAddress());
+  // Each table names the servers by an address of its own.
+  if (const Address* isakmp = registry.IKEGenBag().ISAKMPAddress()) {
+    Address servers(*isakmp);
+    AddressEntry(table, "ISAKMPSERVERS", servers);
+  }
   for (TList_Cell<Entity>* cell = list.Head(); cell != nullptr; cell = cell->Next()) {
     Interface& member = *static_cast<Interface*>(cell->Data());
     InterfaceRow(table, member, reverse_of != nullptr && &member == &interface);
@@ -130,9 +137,22 @@ void InterfaceWriter::GeneratePFLFile(std::ostream& table, std::ostream& program
   program << "\t(void) default_fail();\n\thalt;\n}\n";
 }
 
-// Rules carry no SKIP parameters in this build, so no rule has a version 1
-// key pair to list; the file exists because every table includes it.
-void InterfaceWriter::GenerateSkipV1Table(std::ostream&, const Interface&) {}
+// Version 1 blocks are refused while they are resolved, so after a
+// successful verification no rule has a pair to list; the file exists
+// because every table includes it.
+void InterfaceWriter::GenerateSkipV1Table(std::ostream& out, const Interface& interface) {
+  for (TList_Cell<Entity>* cell = interface.Rules().Head(); cell != nullptr; cell = cell->Next()) {
+    const Rule& rule = *static_cast<const Rule*>(cell->Data());
+    for (const SecurityParameters* block : {rule.DecryptionParameters(), rule.EncryptionParameters()}) {
+      const SkipParameter* skip = dynamic_cast<const SkipParameter*>(block);
+      if (skip == nullptr || skip->Version() != SKIP_V1 || skip->SourceCertificateResolved() == nullptr ||
+          skip->DestinationCertificateResolved() == nullptr)
+        continue;
+      skip->SourceCertificateResolved()->EmitData(out << "SKIP_V1_PAIR\t") << ' ';
+      skip->DestinationCertificateResolved()->EmitData(out) << '\n';
+    }
+  }
+}
 
 std::ostream& InterfaceWriter::GenerateInterfaceIn(std::ostream& out, const Interface& interface) {
   out << '"' << interface.Name() << "\" INTERFACE " << type_word(interface.Type()) << " \""

@@ -7,6 +7,7 @@
 #include "model/address.h"
 #include "model/registry.h"
 #include "output/address_writer.h"
+#include "output/ike_writer.h"
 #include "output/interface_writer.h"
 #include "output/nat_writer.h"
 #include "output/screen_files_writer.h"
@@ -25,10 +26,12 @@ const char kRemoteAccessHead[] =
 
 }  // namespace
 
-int OutputFiles::Generate(Ferrowall& screen, Policy& policy, Registry& registry) {
+int OutputFiles::Generate(Ferrowall& screen, Policy& policy, Registry& registry, TList<Entity>* screen_admin_rules,
+                          TList<Entity>* policy_admin_rules) {
+  std::vector<TList<Entity>*> rules = {screen_admin_rules, policy_admin_rules, &policy.Rules().Items()};
   GeneratePolicyOutput(policy);
-  GenerateRegistryOutput(screen, registry, std::cerr);
-  return GenerateMoreOutput(policy);
+  GenerateRegistryOutput(screen, registry, rules, std::cerr);
+  return GenerateMoreOutput(screen, registry, rules);
 }
 
 void OutputFiles::GeneratePolicyOutput(Policy& policy) {
@@ -37,9 +40,10 @@ void OutputFiles::GeneratePolicyOutput(Policy& policy) {
 }
 
 void OutputFiles::GenerateRegistryOutput(Ferrowall& screen, Registry& registry,
-                                         std::ostream& warnings) {
+                                         const std::vector<TList<Entity>*>& rules, std::ostream& warnings) {
   GenerateScreenFiles(screen, registry, warnings);
   GenerateObjectTables(registry);
+  IKEWriter::PrepareForOutput(screen, registry, rules);
   GenerateInterfaces(screen, registry);
   GenerateCertificateGroups(registry);
 }
@@ -127,10 +131,12 @@ void OutputFiles::GenerateCertificateGroups(const Registry& registry) {
   }
 }
 
-// Access entries aren't part of the build yet, so the file holds its head
-// and its end mark only.
-int OutputFiles::GenerateMoreOutput(Policy&) {
+// Access entries aren't part of the build yet, so Remote.Access holds its
+// head and its end mark only.
+int OutputFiles::GenerateMoreOutput(Ferrowall& screen, Registry& registry, const std::vector<TList<Entity>*>& rules) {
+  int status = IKEWriter::GenerateIKEFiles(screen, registry, rules);
+  if (IKEWriter::StopsOutput(status)) return status;
   std::ofstream out("Remote.Access");
   out << kRemoteAccessHead << "\n# eof\n";
-  return 0;
+  return status;
 }

@@ -2,15 +2,17 @@
 // current directory, in the order the loader of the product expects to find
 // them made: Input.nat; the screen's settings files; the Time, Addresses
 // and Services tables; the interfaces' files with SKIP_V1_TABLE and
-// Interface.in; CertificateGroups; Remote.Access.  It runs after the rules
+// Interface.in; CertificateGroups; the IKE files; Remote.Access.  It runs after the rules
 // are distributed to the interfaces and the time objects numbered.
 //
 // Failures to open or write these files go unnoticed, as the loader finds a
-// missing file on its own.
+// missing file on its own; only the IKE files are checked, since the key
+// daemon would run with a stale configuration.
 #ifndef FW_OUTPUT_OUTPUT_FILES_H
 #define FW_OUTPUT_OUTPUT_FILES_H
 
 #include <ostream>
+#include <vector>
 
 #include "model/t_list.h"
 
@@ -24,14 +26,21 @@ class OutputFiles {
  public:
   // The three output steps of the compile in their order; returns the
   // result of the compile.
-  static int Generate(Ferrowall& screen, Policy& policy, Registry& registry);
+  // `screen_admin_rules` and `policy_admin_rules` are the administrative
+  // rules the distribution used.
+  static int Generate(Ferrowall& screen, Policy& policy, Registry& registry, TList<Entity>* screen_admin_rules,
+                      TList<Entity>* policy_admin_rules);
   // Policy::GenerateOutput: Input.nat.
   static void GeneratePolicyOutput(Policy& policy);
-  // Registry::GenerateOutput: from Screen to CertificateGroups.  Warnings go
-  // to `warnings`.
-  static void GenerateRegistryOutput(Ferrowall& screen, Registry& registry, std::ostream& warnings);
-  // Policy::GenerateMoreOutput: Remote.Access; returns 0.
-  static int GenerateMoreOutput(Policy& policy);
+  // Registry::GenerateOutput: from Screen to CertificateGroups, with the
+  // IKE rules labelled before the interface files.  Warnings go to
+  // `warnings`.
+  static void GenerateRegistryOutput(Ferrowall& screen, Registry& registry, const std::vector<TList<Entity>*>& rules,
+                                     std::ostream& warnings);
+  // Policy::GenerateMoreOutput: the IKE files, then Remote.Access; returns
+  // the status of the IKE files.  After a failure other than one of a
+  // pre-shared key entry, Remote.Access isn't written.
+  static int GenerateMoreOutput(Ferrowall& screen, Registry& registry, const std::vector<TList<Entity>*>& rules);
  private:
   static void GenerateScreenFiles(const Ferrowall& screen, const Registry& registry,
                                   std::ostream& warnings);

@@ -2,15 +2,15 @@
 // its address lists and its action in the table, and its block in the
 // filter program, which matches destination, then source, then hands the
 // packet to the engine of each of the service's parameter sets.
-//
-// Security parameter blocks aren't part of the build yet, so a rule here is
-// either a plain allow or a deny.
+// An encrypting rule's action line ends in the tail of its security
+// parameters, and the table carries its tunnel ends and manual keys.
 #ifndef FW_OUTPUT_RULE_WRITER_H
 #define FW_OUTPUT_RULE_WRITER_H
 
 #include <cstdint>
 #include <ostream>
 
+class Address;
 class Range;
 class Rule;
 template <class T>
@@ -27,12 +27,18 @@ class RuleWriter {
   // Rule::OutputInterfaceData: the one output interface's id, or bit 23
   // with one bit for each id (modulo 32).
   static uint32_t OutputInterfaceData(const Rule& rule);
-  // The verdict the engine call gets: 0 deny, 1 allow.
+  // The verdict the engine call gets: 0 deny, 1 allow, 2 allow through
+  // SKIP, 3 allow through IPsec (manual or IKE).
   static int ActionCode(const Rule& rule);
 
  private:
   // "ACTION\tPolicy_<id>\t<log>\t<flags>\t<tail>".
   static std::ostream& ActionLine(std::ostream& table, Rule& rule);
+  // The address lines of an allow rule's tunnel ends, with the proxy line
+  // of the end on this screen's side, and the manual keys.
+  static void TunnelLines(std::ostream& table, const Rule& rule);
+  // "PROXY RANGE_LIST\t\"<name>\" " and the ranges of `tunnel`.
+  static std::ostream& ProxyLine(std::ostream& table, const Address& tunnel);
   // The comment lines that head the rule's block.
   static std::ostream& Comments(std::ostream& program, const Rule& rule);
   // Each range of `ranges` in its statement form, followed by a blank.

@@ -4,22 +4,26 @@
 #include <iostream>
 #include <string>
 
+#include "crypto/security_parameters.h"
 #include "model/address.h"
 #include "model/entity_text.h"
 #include "model/registry.h"
 #include "model/time.h"
 #include "model/user.h"
 #include "policy/rule_broadcast.h"
+#include "screen/ferrowall.h"
 #include "screen/interface.h"
 #include "services/service.h"
 #include "services/state_engine.h"
 #include "support/fwi18n.h"
+#include "support/host.h"
 
 int Rule::unique_id_counter_ = 0;
 
 namespace {
 
 const char kRuleName[] = "RULE";
+const int kRuleSet = 49;
 
 Entity* placeholder(const char* name) { return new Entity(name, nullptr, nullptr, 0); }
 
@@ -39,6 +43,10 @@ Address* address_placeholder(const char* name, const char* missing) {
 User* user_of(const char* name) { return name != nullptr ? new User(name, nullptr) : nullptr; }
 
 User* user_copy(const User* user) { return user != nullptr ? user_of(user->Name()) : nullptr; }
+
+SecurityParameters* clone_of(const SecurityParameters* parameters) {
+  return parameters != nullptr ? parameters->Clone() : nullptr;
+}
 
 bool same_text(const char* a, const char* b) {
   return a != nullptr && b != nullptr && strcmp(a, b) == 0;
@@ -108,10 +116,11 @@ Rule::Rule(const char* service, const char* source, const char* destination, con
   }
 }
 
-// The blocks and the proxy data would be cloned here; their classes are not
-// part of the build yet, so both are always null and stay so.
+// The proxy data would be cloned here; its classes are not part of the
+// build yet, so it is always null and stays so.
 Rule::Rule(Service& service, const Address& source, const Address& destination, const User* user,
-           const SecurityParameters*, const SecurityParameters*, VPNSet* vpn, Action_Type action,
+           const SecurityParameters* decryption, const SecurityParameters* encryption, VPNSet* vpn,
+           Action_Type action,
            Log_Type log, SNMP_Type snmp, ICMP_Type icmp, int ha, const ProxyData*, Time* time,
            const char* screen, const char* comment)
     : Entity(kRuleName, screen, comment, 0),
@@ -120,6 +129,8 @@ Rule::Rule(Service& service, const Address& source, const Address& destination, 
       source_(new Address(source)),
       destination_(new Address(destination)),
       use_(user_copy(user)),
+      decryption_parameters_(clone_of(decryption)),
+      encryption_parameters_(clone_of(encryption)),
       vpn_(vpn),
       action_(action),
       log_(log),
@@ -139,6 +150,9 @@ Rule::Rule(const Rule& other)
       source_(new Address(*other.source_)),
       destination_(new Address(*other.destination_)),
       use_(user_copy(other.use_)),
+      security_parameter_(clone_of(other.security_parameter_)),
+      decryption_parameters_(clone_of(other.decryption_parameters_)),
+      encryption_parameters_(clone_of(other.encryption_parameters_)),
       vpn_(other.vpn_),
       action_(other.action_),
       log_(other.log_),
@@ -156,6 +170,9 @@ Rule::~Rule() {
   delete source_;
   delete destination_;
   delete use_;
+  delete security_parameter_;
+  delete decryption_parameters_;
+  delete encryption_parameters_;
   delete input_time_;
   interfaces_->Delete_Data();
   delete interfaces_;
@@ -206,9 +223,76 @@ void Rule::SetInterface(const TList<int>& ids) {
     SetInterface(*cell->Data());
 }
 
-// Every step of the decision asks the blocks for their direction; with no
-// block on any rule yet, there is nothing to decide and nothing to report.
-int Rule::SetSecurityParameters(const Ferrowall&) { return 0; }
+void Rule::ReportWithRule(const char* message) const { Enumerate(std::cerr << message, ENUM_FULL); }
+
+int Rule::DirectBlocks(const Ferrowall& screen) const {
+  struct Block {
+    SecurityParameters* parameters;
+    int number;
+    const char* message;
+  };
+  const Block blocks[] = {
+      {security_parameter_, 4, "security_parameters direction error: "},
+      {decryption_parameters_, 5, "decryption_parameters direction error: "},
+      {encryption_parameters_, 6, "encryption_parameters direction error: "},
+  };
+  int errors = 0;
+  for (const Block& block : blocks) {
+    if (block.parameters == nullptr || block.parameters->SetDirection(screen) != DIRECTION_UNDECIDED) continue;
+    std::cerr << fwi18n_text(kRuleSet, block.number, block.message);
+    ++errors;
+  }
+  return errors;
+}
+
+// IPsec and IKE need the kernel modules of release 8; an older host still
+// gets the files, so the warning doesn't stop the compile.
+void Rule::WarnAboutOldHost() const {
+  IPSEC_TYPE type = security_parameter_->Type();
+  int release = Host::Current().Release();
+  if ((type != IPSEC_MANUAL && type != IPSEC_IKE) || release == 0 || release >= 8) return;
+  std::cerr << fwi18n_text(kRuleSet, 7, "Warning: IPsec/IKE requires Meridix 8 or higher.") << '\n'
+            << fwi18n_text(kRuleSet, 8, "Rule uses IPsec/IKE, but this host is not running Meridix 8 or higher.")
+            << '\n'
+            << fwi18n_text(kRuleSet, 9, "Ferrowall will not be able to provide IPsec/IKE encryption for rule:")
+            << '\n';
+  ReportWithRule("");
+}
+
+int Rule::PlaceUndirectedBlock() {
+  WarnAboutOldHost();
+  if (decryption_parameters_ != nullptr || encryption_parameters_ != nullptr) {
+    ReportWithRule(fwi18n_text(kRuleSet, 10, "conflicting crypto parameters: "));
+    return 1;
+  }
+  Security_Direction direction = security_parameter_->Direction();
+  if (direction != DIRECTION_DECRYPT && direction != DIRECTION_ENCRYPT) {
+    ReportWithRule(fwi18n_text(kRuleSet, 11, "undirected crypto parameters: "));
+    return 1;
+  }
+  (direction == DIRECTION_DECRYPT ? decryption_parameters_ : encryption_parameters_) = security_parameter_;
+  security_parameter_ = nullptr;
+  return 0;
+}
+
+int Rule::SetSecurityParameters(const Ferrowall& screen) {
+  int errors = DirectBlocks(screen);
+  if (errors != 0) {
+    ReportWithRule("");
+    return errors;
+  }
+  if (security_parameter_ != nullptr && PlaceUndirectedBlock() != 0) return 1;
+  if (decryption_parameters_ != nullptr && decryption_parameters_->Direction() != DIRECTION_DECRYPT) {
+    std::cerr << fwi18n_text(kRuleSet, 12, "misdirected decryption_parameters: ");
+    ++errors;
+  }
+  if (encryption_parameters_ != nullptr && encryption_parameters_->Direction() != DIRECTION_ENCRYPT) {
+    std::cerr << fwi18n_text(kRuleSet, 13, "misdirected encryption_parameters: ");
+    ++errors;
+  }
+  if (errors != 0) ReportWithRule("");
+  return errors;
+}
 
 int Rule::ReportParameterResolve(Config_Objects kind, Resolve_Error answer, const char* bad_name,
                                  std::ostream& out) const {
@@ -221,11 +305,11 @@ int Rule::ReportParameterResolve(Config_Objects kind, Resolve_Error answer, cons
     case CO_CERTIFICATE:
     case CO_KEY:
       word = "CERTIFICATE";
-      invalid = fwi18n_text(49, 1, "Error: Rule refers to invalid Certificate type: ");
+      invalid = fwi18n_text(kRuleSet, 1, "Error: Rule refers to invalid Certificate type: ");
       break;
     case CO_ALGORITHM:
       word = "ALGORITHM";
-      invalid = fwi18n_text(49, 2, "Error: Rule refers to invalid Algorithm: ");
+      invalid = fwi18n_text(kRuleSet, 2, "Error: Rule refers to invalid Algorithm: ");
       break;
     default: return 0;
   }
@@ -260,20 +344,25 @@ TList<Entity>* Rule::SplitRuleByFilterParams(TList<Entity>& services) const {
 }
 
 int Rule::GenerateReverseRuleFilter(Rule** forward, Rule** reverse, TList<Entity>& services) {
-  return GenerateReverseRule(&Service::ReverseServiceFilter, forward, reverse, services);
+  return GenerateReverseRule(
+      &Service::ReverseServiceFilter,
+      fwi18n_text(kRuleSet, 20, "Error: Rule uses Certificate Group with Service containing Reverse Filter"),
+      forward, reverse, services);
 }
 
 int Rule::GenerateReverseRuleStateEngine(Rule** forward, Rule** reverse, TList<Entity>& services) {
-  return GenerateReverseRule(&Service::ReverseServiceStateEngine, forward, reverse, services);
+  return GenerateReverseRule(
+      &Service::ReverseServiceStateEngine,
+      fwi18n_text(kRuleSet, 21, "Error: Rule uses Certificate Group with Service containing Reverse State Engine"),
+      forward, reverse, services);
 }
 
-// The reverse rule runs the other way, so what this rule decrypts it must
-// encrypt and the other way round.  Rules carry no security parameter
-// blocks in this build; when they do, each block goes over as a clone
-// turned by its ReverseDirection, and a certificate group, which has no
-// single counterpart once the ends change places, stops the expansion.
-int Rule::GenerateReverseRule(ServiceSplit split, Rule** forward, Rule** reverse,
-                              TList<Entity>& services) {
+// The reverse rule runs the other way, so what this rule decrypts it
+// encrypts and the other way round, with the ends of each block swapped.
+// A certificate group has no single counterpart once the ends change
+// places; only the decrypting block can name one, so only it is asked.
+int Rule::GenerateReverseRule(ServiceSplit split, const char* cannot_reverse, Rule** forward,
+                              Rule** reverse, TList<Entity>& services) {
   if (svc_resolved_ == nullptr) {
     *forward = this;
     return 0;
@@ -282,11 +371,20 @@ int Rule::GenerateReverseRule(ServiceSplit split, Rule** forward, Rule** reverse
   Service* reverse_part = nullptr;
   (svc_resolved_->*split)(&forward_part, &reverse_part);
   if (reverse_part != nullptr) {
+    if (decryption_parameters_ != nullptr && decryption_parameters_->UsesCertificateGroup()) {
+      std::cerr << cannot_reverse << " (" << *this << ")" << std::endl;
+      delete reverse_part;
+      if (forward_part != svc_resolved_) delete forward_part;
+      return 1;
+    }
+    SecurityParameters* decryption = SecurityParameters::Reversed(decryption_parameters_);
+    SecurityParameters* encryption = SecurityParameters::Reversed(encryption_parameters_);
     services.Append(*reverse_part);
-    *reverse = new Rule(*reverse_part, *destination_, *source_, use_, encryption_parameters_,
-                        decryption_parameters_, vpn_, action_, log_, snmp_, icmp_, ha_, proxy_,
-                        time_resolved_, nullptr, nullptr);
+    *reverse = new Rule(*reverse_part, *destination_, *source_, use_, encryption, decryption, vpn_, action_, log_,
+                        snmp_, icmp_, ha_, proxy_, time_resolved_, nullptr, nullptr);
     (*reverse)->Origin(origin_);
+    delete decryption;
+    delete encryption;
   }
   *forward = KeepServicePart(forward_part, services);
   return 0;
@@ -341,23 +439,49 @@ void Rule::Mark() {
   mark(time_resolved_);
 }
 
-// The blocks' own references are resolved by the blocks; there are none yet.
 int Rule::Resolve(Config_Objects kind, TList<Entity>& list, std::ostream& out) {
   switch (kind) {
     case CO_SERVICE: return ResolveService(list, out);
     case CO_ADDRESS: {
       int misses = ResolveAddress(&source_, list, out);
-      return misses + ResolveAddress(&destination_, list, out);
+      misses += ResolveAddress(&destination_, list, out);
+      return misses + ResolveParameters(kind, list, out);
     }
+    case CO_SCREEN:
+    case CO_CERTIFICATE:
+    case CO_KEY:
+    case CO_ALGORITHM: return ResolveParameters(kind, list, out);
     case CO_VPN: return ResolveVpn(list, out);
     case CO_TIME: return ResolveTime(list, out);
     default: return 0;
   }
 }
 
-// Only the blocks hold algorithm names of the SKIP lists; there are none yet.
-int Rule::ResolveAlgorithms(Config_Objects, TList<Entity>&, Skip_Version, std::ostream&) {
-  return 0;
+int Rule::ResolveParameters(Config_Objects kind, TList<Entity>& list, std::ostream& out) {
+  int errors = 0;
+  ForEachBlock([&](SecurityParameters& parameters) {
+    const char* bad_name = nullptr;
+    Resolve_Error answer = parameters.Resolve(kind, list, &bad_name);
+    errors += ReportParameterResolve(kind, answer, bad_name, out);
+  });
+  return errors;
+}
+
+int Rule::ResolveAlgorithms(Config_Objects kind, TList<Entity>& list, Skip_Version version, std::ostream& out) {
+  int errors = 0;
+  ForEachBlock([&](SecurityParameters& parameters) {
+    const char* bad_name = nullptr;
+    if (parameters.ResolveSKIPAlgorithms(kind, list, version, &bad_name) != RESOLVE_NOT_FOUND) return;
+    NotDefined(out, bad_name, "ALGORITHM");
+    ++errors;
+  });
+  return errors;
+}
+
+template <class Visit>
+void Rule::ForEachBlock(Visit visit) const {
+  for (SecurityParameters* parameters : {security_parameter_, decryption_parameters_, encryption_parameters_})
+    if (parameters != nullptr) visit(*parameters);
 }
 
 int Rule::ResolveService(TList<Entity>& list, std::ostream& out) {
@@ -419,6 +543,11 @@ int Rule::Refer(Config_Objects kind, const char* name, int print) const {
     case CO_TIME: hit = named(input_time_, name); break;
     case CO_VPN: hit = named(input_vpn_, name); break;
     case CO_SCREEN: hit = same_text(Screen(), name); break;
+    case CO_CERTIFICATE:
+    case CO_KEY:
+    case CO_ALGORITHM:
+      ForEachBlock([&](SecurityParameters& parameters) { hit = hit || parameters.Refer(kind, name); });
+      break;
     default: break;
   }
   if (!hit) return 0;
@@ -437,14 +566,22 @@ void Rule::RenameReference(Config_Objects kind, const char* old_name, const char
     case CO_TIME: rename(input_time_, old_name, new_name); break;
     case CO_VPN: rename(input_vpn_, old_name, new_name); break;
     case CO_SCREEN: Entity::RenameReference(kind, old_name, new_name); break;
+    case CO_CERTIFICATE:
+    case CO_KEY:
+    case CO_ALGORITHM:
+      ForEachBlock([&](SecurityParameters& parameters) { parameters.RenameReference(kind, old_name, new_name); });
+      break;
     default: break;
   }
 }
 
-// A rule with a VPN carries no security block; the blocks would follow here
-// otherwise, once their classes are part of the build.
-std::ostream& Rule::PrintMiddle(std::ostream& out) const {
-  if (input_vpn_ != nullptr) out << " VPN \"" << input_vpn_->Name() << '"';
+// A rule with a VPN carries no security block.
+std::ostream& Rule::PrintMiddle(std::ostream& out, bool listing) const {
+  if (input_vpn_ != nullptr) return out << " VPN \"" << input_vpn_->Name() << '"';
+  ForEachBlock([&](SecurityParameters& parameters) {
+    if (listing) parameters.Enumerate(out << ' ');
+    else parameters.Print(out << "  ");
+  });
   return out;
 }
 
@@ -455,7 +592,7 @@ std::ostream& Rule::Enumerate(std::ostream& out, Enumerate_Type) const {
   out << '"' << input_service_->Name() << "\" \"" << source_->Name() << "\" \""
       << destination_->Name() << '"';
   if (use_ != nullptr) out << " USER \"" << use_->Name() << '"';
-  PrintMiddle(out) << ' ' << ActionWord();
+  PrintMiddle(out, true) << ' ' << ActionWord();
   PrintFlags(out);
   if (input_time_ != nullptr) out << " TIME \"" << input_time_->Name() << '"';
   return entity_text_comment(out, *this) << '\n';
@@ -465,7 +602,7 @@ std::ostream& Rule::Print(std::ostream& out) const {
   out << "RULE\t\"" << input_service_->Name() << "\"  \"" << source_->Name() << "\"  \""
       << destination_->Name() << '"';
   if (use_ != nullptr) out << "  USER \"" << use_->Name() << '"';
-  PrintMiddle(out) << "  " << ActionWord();
+  PrintMiddle(out, false) << "  " << ActionWord();
   PrintFlags(out);
   if (input_time_ != nullptr) out << " TIME\t\"" << input_time_->Name() << '"';
   return entity_text_tail(out, *this);
@@ -539,15 +676,30 @@ int Rule::Conflicts(TList_Cell<Entity>* from, const Ferrowall& screen) const {
 
 int Rule::Conflicts(const Rule& other) const {
   if (!ManualParametersConflict(other)) return 0;
-  std::cerr << fwi18n_text(49, 3, "Error: IPsec conflict between the following two Rules: ") << *this
+  std::cerr << fwi18n_text(kRuleSet, 3, "Error: IPsec conflict between the following two Rules: ") << *this
             << other;
   return 1;
 }
 
-// Only a manual block can conflict.  Its kind, its ends and its keys are
-// answered by the block classes, which are not part of the build yet; until
-// they are, no block can be asked, so no rule is taken to decrypt manual
-// IPsec here, and no pair is compared.
-bool Rule::DecryptsManuallyAt(const Ferrowall&) const { return false; }
+const SecurityParameters* Rule::ManualDecryption() const {
+  const SecurityParameters* parameters = decryption_parameters_;
+  if (parameters == nullptr || parameters->Type() != IPSEC_MANUAL) return nullptr;
+  return parameters->DestinationFerrowallResolved() != nullptr ? parameters : nullptr;
+}
 
-bool Rule::ManualParametersConflict(const Rule&) const { return false; }
+bool Rule::DecryptsManuallyAt(const Ferrowall& screen) const {
+  const SecurityParameters* mine = ManualDecryption();
+  return mine != nullptr && same_text(mine->DestinationFerrowallResolved()->Name(), screen.Name());
+}
+
+bool Rule::ManualParametersConflict(const Rule& other) const {
+  const SecurityParameters* mine = ManualDecryption();
+  const SecurityParameters* theirs = other.ManualDecryption();
+  if (mine == nullptr || theirs == nullptr) return false;
+  if (!same_text(mine->DestinationFerrowallResolved()->Name(), theirs->DestinationFerrowallResolved()->Name()))
+    return false;
+  const Address* my_tunnel = mine->DestinationTunnelResolved();
+  const Address* their_tunnel = theirs->DestinationTunnelResolved();
+  if (my_tunnel == nullptr || their_tunnel == nullptr || !my_tunnel->Intersects(*their_tunnel)) return false;
+  return mine->Conflicts(*theirs) != 0;
+}

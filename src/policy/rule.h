@@ -11,9 +11,9 @@
 // time.  Copies never inherit a unique id, an IKE rule number or the
 // interface tags.
 //
-// The security parameter, proxy and VPN set classes are not part of the
-// build yet: their fields are always null, and nothing here clones, frees
-// or asks them anything.
+// The proxy and VPN set classes are not part of the build yet: their
+// fields are always null, and nothing here clones, frees or asks them
+// anything.
 #ifndef FW_POLICY_RULE_H
 #define FW_POLICY_RULE_H
 
@@ -104,8 +104,9 @@ class Rule : public Entity {
   void SetInterface(const TList<int>& ids);
 
   // Decides on which side of `screen` a written block works and moves it
-  // to the decryption or encryption side; reports on the standard error
-  // stream and returns the number of faults.
+  // to the decryption or encryption side; checks that directed blocks
+  // work on their side.  Reports on the standard error stream, each report
+  // followed by the rule's listing line, and returns the number of faults.
   int SetSecurityParameters(const Ferrowall& screen);
 
   // How the answer of a security parameter block's resolve is reported for
@@ -120,9 +121,11 @@ class Rule : public Entity {
   // `*forward` is this rule, now with the forward half of its service, or
   // stays null when nothing of the service runs forward; `*reverse` is a new
   // rule for the reverse half, from the destination to the source, with the
-  // other fields of this rule but no screen and no comment.  New services go
-  // to `services`, which owns them.  Returns 1 after a report on the
-  // standard error stream when the rule can't be reversed.
+  // other fields of this rule but no screen and no comment; its decryption
+  // block is this rule's encryption block turned around, and the other way
+  // round.  New services go to `services`, which owns them.  Returns 1
+  // after a report on the standard error stream when the rule decrypts
+  // with a certificate group, which can't be turned around.
   int GenerateReverseRuleFilter(Rule** forward, Rule** reverse, TList<Entity>& services);
   int GenerateReverseRuleStateEngine(Rule** forward, Rule** reverse, TList<Entity>& services);
   // Cuts the sets of the "ether" engine off into a new RuleBroadcast
@@ -183,9 +186,10 @@ class Rule : public Entity {
  private:
   using ServiceSplit = void (Service::*)(Service** first, Service** second);
   // The reverse expansion with `split` cutting the service into its forward
-  // and reverse halves.
-  int GenerateReverseRule(ServiceSplit split, Rule** forward, Rule** reverse,
-                          TList<Entity>& services);
+  // and reverse halves; `cannot_reverse` is the message of a rule whose
+  // blocks can't be turned around.
+  int GenerateReverseRule(ServiceSplit split, const char* cannot_reverse, Rule** forward,
+                          Rule** reverse, TList<Entity>& services);
   // This rule with `part` of its service, or null without a part.  A part
   // that isn't the rule's own service becomes its service and goes to
   // `services`.
@@ -195,8 +199,21 @@ class Rule : public Entity {
   int ResolveAddress(Address** field, TList<Entity>& list, std::ostream& out);
   int ResolveVpn(TList<Entity>& list, std::ostream& out);
   int ResolveTime(TList<Entity>& list, std::ostream& out);
-  // The middle of the rule's text: the VPN, or the security blocks.
-  std::ostream& PrintMiddle(std::ostream& out) const;
+  // The middle of the rule's text: the VPN, or the security blocks as the
+  // statement or, with `listing`, as the listing line writes them.
+  std::ostream& PrintMiddle(std::ostream& out, bool listing) const;
+  // Each present block: the undirected one, decryption, encryption.
+  template <class Visit>
+  void ForEachBlock(Visit visit) const;
+  int ResolveParameters(Config_Objects kind, TList<Entity>& list, std::ostream& out);
+  // The steps of SetSecurityParameters.
+  int DirectBlocks(const Ferrowall& screen) const;
+  void WarnAboutOldHost() const;
+  int PlaceUndirectedBlock();
+  // `message` and the rule's listing line on the standard error stream.
+  void ReportWithRule(const char* message) const;
+  // The decryption block when it is manual and names its screen.
+  const SecurityParameters* ManualDecryption() const;
   const char* ActionWord() const;
   // A new rule for a part of the destination, with everything else of this
   // rule and its Origin.

@@ -429,8 +429,8 @@ bool Administers(const Ferrowall& administrator, const Ferrowall& screen) {
          strcmp(screen.MasterResolved()->Name(), administrator.Name()) == 0;
 }
 
-// A rule between two screens must encrypt, and the encryption parameter
-// classes are not part of the build yet; refusing the configuration is
+// A rule between two screens must encrypt with the screens' own keys, and
+// the compile doesn't make such rules yet; refusing the configuration is
 // better than compiling a screen its administrator can't reach.
 void ReportScreenToScreen(const Ferrowall& administrator, const Ferrowall& screen) {
   std::cerr << fwi18n_text(kSet, 9, "Error: Screen") << " \"" << administrator.Name() << "\" "

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <sstream>
+#include <vector>
 
 #include "crypto/certificate_list.h"
 #include "driver/fw_file.h"
@@ -30,8 +31,9 @@ class OutputFilesTest : public testing::Test {
   int Generate(Ferrowall& screen) {
     std::ostringstream warnings;
     OutputFiles::GeneratePolicyOutput(policy_);
-    OutputFiles::GenerateRegistryOutput(screen, registry_, warnings);
-    return OutputFiles::GenerateMoreOutput(policy_);
+    std::vector<TList<Entity>*> rules = {nullptr, nullptr, &policy_.Rules().Items()};
+    OutputFiles::GenerateRegistryOutput(screen, registry_, rules, warnings);
+    return OutputFiles::GenerateMoreOutput(screen, registry_, rules);
   }
 
   Registry registry_;

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "crypto/ipsec_man_parameters.h"
+#include "crypto/security_parameters_man.h"
 #include "policy/rule_broadcast.h"
 #include "screen/distribution_fixture.h"
 #include "services/service.h"
@@ -214,15 +216,16 @@ TEST_F(DistributionTest, EtherRulesEnterByTheirSourceAndAreTaggedByTheirDestinat
   EXPECT_TRUE(stealth[0]->Rules().Empty());
 }
 
-// The interface only asks whether a rule carries a block; the block classes
-// are not needed for that, so these stand-ins are never looked into.
-SecurityParameters* stand_in_block(int which) {
-  static char blocks[2];
-  return reinterpret_cast<SecurityParameters*>(&blocks[which]);
+// The interface only asks whether a rule carries a block, so any kind of
+// block serves.
+SecurityParameters* manual_block() {
+  ManualNames names = {"DES", nullptr, nullptr, "key", nullptr, nullptr};
+  return new SecurityParametersMan(new IPsecManParameters(1000, 0, names), nullptr,
+                                   {nullptr, nullptr, nullptr, nullptr, false});
 }
 
 Rule* encrypting_rule(const char* destination_name, std::initializer_list<Range> destination) {
-  Rule* rule = new Rule("svc", "a", destination_name, nullptr, stand_in_block(0), stand_in_block(1), nullptr,
+  Rule* rule = new Rule("svc", "a", destination_name, nullptr, manual_block(), manual_block(), nullptr,
                         ACTION_ALLOW, LOG_NONE, SNMP_NONE, ICMP_NONE, 0, nullptr, nullptr, nullptr, nullptr);
   rule->Destination(*address_of(destination_name, destination));
   return rule;

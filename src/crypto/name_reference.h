@@ -1,0 +1,21 @@
+// Name references of the encryption clauses: a bare Entity that carries
+// the written name until a resolve pass links it.  Shared by the security
+// parameter classes, which each hold several.
+#ifndef FW_CRYPTO_NAME_REFERENCE_H
+#define FW_CRYPTO_NAME_REFERENCE_H
+
+#include "model/entity.h"
+
+// A reference to `name`; null for a null name.
+Entity* NewNameReference(const char* name);
+// A reference with the name of `reference`; null for null.
+Entity* CopyNameReference(const Entity* reference);
+// Whether `reference` is there and carries `name`.
+bool NameReferenceIs(const Entity* reference, const char* name);
+// Renames `reference` when it carries `old_name`.
+void RenameNameReference(Entity* reference, const char* old_name, const char* new_name);
+// The object of `list` that `reference` names, by name alone; null when
+// there is none or no reference.
+Entity* FindNamed(const Entity* reference, const TList<Entity>& list);
+
+#endif
