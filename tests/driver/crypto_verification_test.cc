@@ -159,6 +159,25 @@ INSTANTIATE_TEST_SUITE_P(
              "RULE\t\"www\"  \"branch\"  \"wan\"  MANUAL ESP 7 \"DES\" KEYS \"k2\"  DESTINATION_TUNNEL \"tunnel\" "
              "DESTINATION_SCREEN \"gw\"  ALLOW;\n" +
                  kCompilerError},
+        // A certificate group has no single counterpart once the ends change
+        // places; the first rule that can't be turned around ends the pass.
+        Case{"ReverseFilterWithADecryptingCertificateGroup",
+             "trace SERVICE udp 33434 REVERSE icmp 11 ;\nbranches CERTIFICATE \"branch skip\" ;\n" +
+                 std::string("RULE trace branch lan SKIP_VERSION_2 branches \"gw skip\" ") + kSkip2 + " ALLOW ;\n" +
+                 "RULE trace branch wan SKIP_VERSION_2 branches \"gw skip\" " + kSkip2 + " ALLOW ;\n",
+             "", 245,
+             "Error: Rule uses Certificate Group with Service containing Reverse Filter (RULE\t\"trace\"  \"branch\"  "
+             "\"lan\"  SKIP_VERSION_2  \"branches\"  \"gw skip\"  \"DES-CBC\"  \"DES-CBC\"  \"MD5\"  \"NONE\"  "
+             "ALLOW;\n)\n" +
+                 kCompilerError},
+        Case{"ReverseEngineWithADecryptingCertificateGroup",
+             "ftpsvc SERVICE ftp 21 ;\nbranches CERTIFICATE \"branch skip\" ;\n" +
+                 std::string("RULE ftpsvc branch lan SKIP_VERSION_2 branches \"gw skip\" ") + kSkip2 + " ALLOW ;\n",
+             "", 245,
+             "Error: Rule uses Certificate Group with Service containing Reverse State Engine (RULE\t\"ftpsvc\"  "
+             "\"branch\"  \"lan\"  SKIP_VERSION_2  \"branches\"  \"gw skip\"  \"DES-CBC\"  \"DES-CBC\"  \"MD5\"  "
+             "\"NONE\"  ALLOW;\n)\n" +
+                 kCompilerError},
         Case{"ManualIndexesSharedWithTheSameKey",
              "RULE www branch lan MANUAL ESP 7 \"DES\" KEYS k1 DESTINATION_TUNNEL tunnel DESTINATION_SCREEN gw ALLOW ;\n"
              "RULE www branch wan MANUAL ESP 7 \"DES\" KEYS k1 DESTINATION_TUNNEL tunnel DESTINATION_SCREEN gw ALLOW ;\n",
