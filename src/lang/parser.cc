@@ -28,6 +28,10 @@
 #include "model/time.h"
 #include "policy/nat.h"
 #include "policy/policy.h"
+#include "policy/proxy_data.h"
+#include "policy/proxy_data_ftp.h"
+#include "policy/proxy_data_http.h"
+#include "policy/proxy_data_smtp.h"
 #include "policy/rule.h"
 #include "screen/ferrowall.h"
 #include "screen/interface_clk.h"
@@ -55,6 +59,7 @@ const int kStatementEntries = 4;
 bool CarriesString(int token) { return token == TOK_STRING || token == TOK_ALIENLINE; }
 
 using Block = std::unique_ptr<SecurityParameters>;
+using Proxy = std::unique_ptr<ProxyData>;
 using Manual = std::unique_ptr<IPsecManParameters>;
 
 // The tunnel and screen clauses that end a security block.
@@ -166,6 +171,12 @@ class Parser {
   // The security blocks of a rule.
   bool AtSecurityBlock() const { return At(TOK_SKIP_VERSION_1) || At(TOK_SKIP_VERSION_2) || At(TOK_MANUAL) || At(TOK_IKE); }
   bool SecurityBlock(Block* block);
+  // [proxy]: one of the four proxy words and each of its options in order.
+  bool ProxyClause(Proxy* proxy);
+  // [!]WORD: 1, or 0 with the "!".
+  bool OnOff(int word, Proxy_On_Off* value);
+  // !JAVA, JAVA, JAVA_SIGNATURE, JAVA_HASH or JAVA_SIG_HASH: 0 to 4.
+  bool JavaWord(int* java);
   bool SkipBlock(Block* block);
   bool ManualBlock(Block* block);
   bool IkeBlock(Block* block);
@@ -290,8 +301,10 @@ bool Parser::Statement() {
   }
 }
 
-// RULE service source destination [USER user] [VPN vpn] ALLOW [log] [snmp] [TIME time] [SCREEN screen] [COMMENT text] ;
-// RULE service source destination [USER user] DENY [log] [snmp] [icmp] [TIME time] [SCREEN screen] [COMMENT text] ;
+// RULE service source destination [USER user] [VPN vpn] ALLOW [log] [snmp] [proxy] [TIME time] [SCREEN screen]
+//   [COMMENT text] ;
+// RULE service source destination [USER user] DENY [log] [snmp] [icmp] [proxy] [TIME time] [SCREEN screen]
+//   [COMMENT text] ;
 // RULE service source destination security [security] ALLOW [log] [snmp] [TIME time] [SCREEN screen] [COMMENT text] ;
 bool Parser::RuleStatement() {
   Next();
@@ -317,13 +330,79 @@ bool Parser::RuleStatement() {
   ICMP_Type icmp = ICMP_NONE;
   if (!LogOption(allow ? LOG_SESSION : LOG_SUMMARY, &log) || !SnmpOption(&snmp)) return false;
   if (!allow && !IcmpOption(&icmp)) return false;
+  Proxy proxy;
+  if (!first && !ProxyClause(&proxy)) return false;
   Text time, screen, comment;
   if (!OptionalString(TOK_TIME, &time) || !Tail(&screen, &comment)) return false;
   config_.ThePolicy()->Rules(*new Rule(service.c_str(), source.c_str(), destination.c_str(), Chars(user),
                                        first.release(), second.release(), Chars(vpn),
-                                       allow ? ACTION_ALLOW : ACTION_DENY, log, snmp, icmp, 0, nullptr, Chars(time),
+                                       allow ? ACTION_ALLOW : ACTION_DENY, log, snmp, icmp, 0, proxy.release(), Chars(time),
                                        Chars(screen), Chars(comment)));
   return true;
+}
+
+bool Parser::ProxyClause(Proxy* proxy) {
+  switch (token_) {
+    case TOK_PROXY_FTP: {
+      Next();
+      ProxyDataFTP::Commands commands;
+      const int words[] = {TOK_FTP_GET,    TOK_FTP_PUT,        TOK_FTP_CHDIR, TOK_FTP_MKDIR,
+                           TOK_FTP_RENAME, TOK_FTP_REMOVE_DIR, TOK_FTP_DELETE};
+      for (size_t i = 0; i < commands.size(); ++i)
+        if (!OnOff(words[i], &commands[i])) return false;
+      proxy->reset(new ProxyDataFTP(commands));
+      return true;
+    }
+    case TOK_PROXY_HTTP: {
+      Next();
+      ProxyDataHTTP::Switches switches;
+      int java = 0;
+      if (!OnOff(TOK_COOKIES, &switches[0]) || !OnOff(TOK_ACTIVE_X, &switches[1]) || !OnOff(TOK_SSL, &switches[2]) ||
+          !JavaWord(&java))
+        return false;
+      proxy->reset(new ProxyDataHTTP(switches, java));
+      return true;
+    }
+    case TOK_PROXY_SMTP: {
+      Next();
+      Proxy_On_Off relay;
+      if (!OnOff(TOK_RELAY, &relay)) return false;
+      proxy->reset(new ProxyDataSMTP(relay));
+      return true;
+    }
+    case TOK_PROXY_Telnet:
+      Next();
+      proxy->reset(new ProxyData);
+      return true;
+    default:
+      return true;
+  }
+}
+
+bool Parser::OnOff(int word, Proxy_On_Off* value) {
+  *value = PROXY_ON;
+  if (At('!')) {
+    Next();
+    *value = PROXY_OFF;
+  }
+  return Expect(word);
+}
+
+bool Parser::JavaWord(int* java) {
+  if (At('!')) {
+    Next();
+    *java = 0;
+    return Expect(TOK_JAVA);
+  }
+  const int words[] = {TOK_JAVA, TOK_JAVA_SIGNATURE, TOK_JAVA_HASH, TOK_JAVA_SIG_HASH};
+  for (int value = 1; value <= 4; ++value) {
+    if (At(words[value - 1])) {
+      Next();
+      *java = value;
+      return true;
+    }
+  }
+  return SyntaxError();
 }
 
 // NAT STATIC|DYNAMIC original-source original-destination translated-source translated-destination

@@ -9,6 +9,7 @@
 #include "model/address.h"
 #include "model/registry.h"
 #include "policy/nat.h"
+#include "policy/proxy_configs.h"
 #include "policy/rule.h"
 #include "screen/ferrowall.h"
 #include "support/fwi18n.h"
@@ -239,14 +240,16 @@ int Policy::ResolveReferences(std::ostream& out, Registry& registry) {
   return errors + vpn_nodes_.Resolve(CO_ALGORITHM, registry.Algorithms(), out);
 }
 
-// A rule whose security parameters can't be placed is dropped, and the walk
-// goes on so that every faulty rule is reported.
-int Policy::SetSecurityParameters(const Ferrowall& screen) {
+// Every faulty rule is reported: the walk goes on after a fault.  A rule
+// whose security parameters can't be placed is dropped from the list.
+int Policy::VerifyRuleClauses(const Ferrowall& screen, std::ostream& out) {
   int errors = 0;
   TList_Cell<Entity>* cell = rules_.Items().Head();
   while (cell != nullptr) {
     TList_Cell<Entity>* next = cell->Next();
-    if (static_cast<Rule*>(cell->Data())->SetSecurityParameters(screen) != 0) {
+    Rule& rule = *static_cast<Rule*>(cell->Data());
+    if (rule.VerifyProxyData(out) != 0) ++errors;
+    if (rule.SetSecurityParameters(screen) != 0) {
       rules_.Items().Delete_Data_Cell(cell);
       ++errors;
     }
@@ -276,11 +279,14 @@ int Policy::Verify(Ferrowall& screen, std::ostream& out, Registry& registry) {
     ++errors;
   }
   errors += ResolveReferences(out, registry);
-  if (errors == 0) errors += SetSecurityParameters(screen);
+  if (errors == 0) errors += VerifyRuleClauses(screen, out);
   if (errors == 0) errors += GenerateProxyConfigs(screen);
   if (errors == 0) errors += GenerateReverseRulesFilter(registry);
   if (errors == 0) errors += GenerateReverseRulesStateEngine(registry);
-  if (errors == 0) errors += CheckConflicts(screen);
+  if (errors == 0) {
+    GenerateRulesProxy(registry);
+    errors += CheckConflicts(screen);
+  }
   if (errors == 0) errors += SplitEtherRules(out, registry);
   if (errors == 0) errors += CheckTranslations();
   return errors;
@@ -349,13 +355,29 @@ int Policy::SplitEtherRules(std::ostream& out, Registry& registry) {
   return errors;
 }
 
-// The proxy daemons read their file at every start, so each file is written
-// on every compile: an empty one tells a daemon that it has nothing to relay.
-// No rule can name a proxy until the proxy clauses join the language, so
-// there is never more to write than the empty files.
 int Policy::GenerateProxyConfigs(const Ferrowall&) const {
-  for (const char* name : {"ftpp.conf", "httpp.conf", "smtpp.conf", "telnetp.conf"}) std::ofstream file(name);
+  ProxyConfigs::Write(rules_.Items());
   return 0;
+}
+
+// The proxy takes the connection at the screen and opens its own towards
+// the destination, so the packet filter must let both halves through: the
+// rule itself now ends at the screen, and a new rule in front of it goes
+// from the screen to the destination.
+void Policy::GenerateRulesProxy(Registry& registry) {
+  Entity probe("localhost", nullptr, nullptr, 0);
+  const Address* localhost = dynamic_cast<const Address*>(probe.FindSelf(registry.Addresses(), 0));
+  if (localhost == nullptr) return;
+  TList<Entity>& rules = rules_.Items();
+  for (TList_Cell<Entity>* cell = rules.Head(); cell != nullptr; cell = cell->Next()) {
+    Rule& rule = *static_cast<Rule*>(cell->Data());
+    if (rule.Proxy() == nullptr) continue;
+    Rule* onward = new Rule(*rule.SvcResolved(), *localhost, rule.Destination(), nullptr, rule.DecryptionParameters(),
+                            rule.EncryptionParameters(), rule.Vpn(), rule.Action(), rule.Log(), rule.SNMPValue(),
+                            rule.ICMPValue(), rule.HAValue(), nullptr, nullptr, nullptr, nullptr);
+    rules.Prepend(*onward, cell);
+    rule.Destination(*localhost);
+  }
 }
 
 void Policy::SetHARules(Entity& address) {

@@ -97,15 +97,22 @@ class Policy : public Entity {
   // of rules that can't be split, each reported on `out`.
   int SplitEtherRules(std::ostream& out, Registry& registry);
   void SetHARules(Entity& ha_address);
-  // Opens "ftpp.conf", "httpp.conf", "smtpp.conf" and "telnetp.conf" in the
-  // current directory, emptying what they held.  Always 0.
+  // Writes "ftpp.conf", "httpp.conf", "smtpp.conf" and "telnetp.conf" in
+  // the current directory from the rules with a proxy clause, as written;
+  // a proxy without rules gets an empty file.  Always 0.
   int GenerateProxyConfigs(const Ferrowall& screen) const;
+  // Cuts each rule with a proxy clause at the screen: the rule now ends at
+  // "localhost", and a new rule without user, proxy or time in front of it
+  // goes from "localhost" to the old destination.  Nothing without a
+  // "localhost" address.
+  void GenerateRulesProxy(Registry& registry);
   // The rules of the remote access entries, or null when they can't be made.
   TList<Entity>* GenerateAdminRules(Ferrowall& screen, Registry& registry);
 
  private:
   // Verification stages: each returns the number of faults it reported.
-  int SetSecurityParameters(const Ferrowall& screen);
+  // The proxy clause and the security blocks of each rule.
+  int VerifyRuleClauses(const Ferrowall& screen, std::ostream& out);
   int CheckTranslations() const;
   int CheckConflicts(const Ferrowall& screen) const;
   using ReverseExpansion = int (Rule::*)(Rule** forward, Rule** reverse, TList<Entity>& services);

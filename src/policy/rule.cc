@@ -10,6 +10,7 @@
 #include "model/registry.h"
 #include "model/time.h"
 #include "model/user.h"
+#include "policy/proxy_data.h"
 #include "policy/rule_broadcast.h"
 #include "screen/ferrowall.h"
 #include "screen/interface.h"
@@ -116,12 +117,10 @@ Rule::Rule(const char* service, const char* source, const char* destination, con
   }
 }
 
-// The proxy data would be cloned here; its classes are not part of the
-// build yet, so it is always null and stays so.
 Rule::Rule(Service& service, const Address& source, const Address& destination, const User* user,
            const SecurityParameters* decryption, const SecurityParameters* encryption, VPNSet* vpn,
            Action_Type action,
-           Log_Type log, SNMP_Type snmp, ICMP_Type icmp, int ha, const ProxyData*, Time* time,
+           Log_Type log, SNMP_Type snmp, ICMP_Type icmp, int ha, const ProxyData* proxy, Time* time,
            const char* screen, const char* comment)
     : Entity(kRuleName, screen, comment, 0),
       input_service_(placeholder(service.Name())),
@@ -137,6 +136,7 @@ Rule::Rule(Service& service, const Address& source, const Address& destination, 
       snmp_(snmp),
       icmp_(icmp),
       ha_(ha),
+      proxy_(proxy != nullptr ? proxy->Clone() : nullptr),
       input_time_(placeholder_of(time)),
       time_resolved_(time),
       interfaces_(new TList<int>),
@@ -159,6 +159,7 @@ Rule::Rule(const Rule& other)
       snmp_(other.snmp_),
       icmp_(other.icmp_),
       ha_(other.ha_),
+      proxy_(other.proxy_ != nullptr ? other.proxy_->Clone() : nullptr),
       input_time_(placeholder_of(other.input_time_)),
       time_resolved_(other.time_resolved_),
       interfaces_(new TList<int>),
@@ -173,6 +174,7 @@ Rule::~Rule() {
   delete security_parameter_;
   delete decryption_parameters_;
   delete encryption_parameters_;
+  delete proxy_;
   delete input_time_;
   interfaces_->Delete_Data();
   delete interfaces_;
@@ -424,6 +426,17 @@ Rule* Rule::KeepServicePart(Service* part, TList<Entity>& services) {
   return this;
 }
 
+// Which proxies need to know the user: FTP and Telnet authenticate one,
+// SMTP serves anybody, HTTP does either.
+int Rule::VerifyProxyData(std::ostream& err) const {
+  if (proxy_ == nullptr) return 0;
+  Proxy_Type type = proxy_->Type();
+  bool fits = type == PROXY_HTTP || (type == PROXY_SMTP ? use_ == nullptr : use_ != nullptr);
+  if (fits) return 0;
+  Enumerate(err << fwi18n_text(kRuleSet, 22, "Proxy Error: "), ENUM_FULL);
+  return 1;
+}
+
 std::ostream& Rule::PrintFlags(std::ostream& out) const {
   out << log_word(log_);
   if (snmp_ == SNMP_TRAP) out << " SNMP";
@@ -594,6 +607,7 @@ std::ostream& Rule::Enumerate(std::ostream& out, Enumerate_Type) const {
   if (use_ != nullptr) out << " USER \"" << use_->Name() << '"';
   PrintMiddle(out, true) << ' ' << ActionWord();
   PrintFlags(out);
+  if (proxy_ != nullptr) proxy_->Enumerate(out);
   if (input_time_ != nullptr) out << " TIME \"" << input_time_->Name() << '"';
   return entity_text_comment(out, *this) << '\n';
 }
@@ -604,6 +618,7 @@ std::ostream& Rule::Print(std::ostream& out) const {
   if (use_ != nullptr) out << "  USER \"" << use_->Name() << '"';
   PrintMiddle(out, false) << "  " << ActionWord();
   PrintFlags(out);
+  if (proxy_ != nullptr) proxy_->Print(out);
   if (input_time_ != nullptr) out << " TIME\t\"" << input_time_->Name() << '"';
   return entity_text_tail(out, *this);
 }

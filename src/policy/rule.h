@@ -11,9 +11,8 @@
 // time.  Copies never inherit a unique id, an IKE rule number or the
 // interface tags.
 //
-// The proxy and VPN set classes are not part of the build yet: their
-// fields are always null, and nothing here clones, frees or asks them
-// anything.
+// The VPN set class is not part of the build yet: the field is always
+// null, and nothing here asks it anything.
 #ifndef FW_POLICY_RULE_H
 #define FW_POLICY_RULE_H
 
@@ -141,6 +140,11 @@ class Rule : public Entity {
   // owned by) `services`.  The copies keep Origin and the interface tags.
   // The caller owns the returned list and its rules.
   TList<Entity>* SplitRuleByFilterParams(TList<Entity>& services) const;
+
+  // Whether the proxy clause fits the user clause: the FTP and Telnet
+  // proxies need a user, the SMTP proxy must have none.  1 after writing
+  // "Proxy Error: " and the rule's listing line to `err`.
+  int VerifyProxyData(std::ostream& err) const;
 
   // The log, snmp and icmp words of the rule's text, each behind a blank.
   std::ostream& PrintFlags(std::ostream& out) const;

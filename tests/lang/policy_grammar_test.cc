@@ -2,6 +2,9 @@
 // effect depends on their order.
 #include <gtest/gtest.h>
 
+#include <sstream>
+#include <string>
+
 #include "lang/parsed_configuration.h"
 #include "policy/policy.h"
 
@@ -39,12 +42,6 @@ TEST(HeaderGrammarTest, HeaderStatementsTakeNoSemicolon) {
   ExpectSyntaxError("REGISTRY_VERSION x", "x");
 }
 
-}  // namespace
-
-#include <sstream>
-
-
-namespace {
 
 std::string PrintedEntries(const OrderedEntityList& list) {
   std::ostringstream out;
@@ -77,7 +74,59 @@ TEST(RuleGrammarTest, OptionsThatTheFormsRefuse) {
   ExpectSyntaxError("RULE s a b ALLOW TIME t LOG_DETAIL ;", "LOG_DETAIL");
   ExpectSyntaxError("RULE s a b ;", ";");
   ExpectSyntaxError("RULE s a ALLOW ;", "ALLOW");
-  ExpectSyntaxError("RULE s a b ALLOW PROXY_Telnet ;", "PROXY_Telnet");
+}
+
+std::string ListedEntries(const OrderedEntityList& list) {
+  std::ostringstream out;
+  for (TList_Cell<Entity>* cell = list.Items().Head(); cell != nullptr; cell = cell->Next())
+    cell->Data()->Enumerate(out, ENUM_FULL);
+  return out.str();
+}
+
+// Saved, a clause names every option, the ones that are off behind "!";
+// listed, it names only those that are on, and spells the last Java value
+// out.
+TEST(RuleGrammarTest, ProxyClausesReadBackFromTheirSavedText) {
+  const char* written =
+      "RULE ftp a b USER u ALLOW PROXY_FTP FTP_GET !FTP_PUT FTP_CHDIR ! FTP_MKDIR FTP_RENAME FTP_REMOVE_DIR "
+      "!FTP_DELETE TIME t ;\n"
+      "RULE web a b ALLOW LOG_SUMMARY PROXY_HTTP COOKIES !ACTIVE_X SSL JAVA_SIG_HASH ;\n"
+      "RULE web a b DENY ICMP_NET_FORBIDDEN PROXY_HTTP !COOKIES !ACTIVE_X !SSL ! JAVA ;\n"
+      "RULE mail a b ALLOW PROXY_SMTP !RELAY ;\n"
+      "RULE tn a b USER u ALLOW PROXY_Telnet ;\n";
+  const std::string saved =
+      "RULE\t\"ftp\"  \"a\"  \"b\"  USER \"u\"  ALLOW PROXY_FTP FTP_GET ! FTP_PUT FTP_CHDIR ! FTP_MKDIR FTP_RENAME "
+      "FTP_REMOVE_DIR ! FTP_DELETE TIME\t\"t\"\n"
+      "RULE\t\"web\"  \"a\"  \"b\"  ALLOW LOG SUMMARY PROXY_HTTP COOKIES ! ACTIVE_X SSL JAVA_SIG_HASH\n"
+      "RULE\t\"web\"  \"a\"  \"b\"  DENY ICMP NET_FORBIDDEN PROXY_HTTP ! COOKIES ! ACTIVE_X ! SSL !JAVA\n"
+      "RULE\t\"mail\"  \"a\"  \"b\"  ALLOW PROXY_SMTP ! RELAY\n"
+      "RULE\t\"tn\"  \"a\"  \"b\"  USER \"u\"  ALLOW PROXY_Telnet\n";
+  ParsedConfiguration parsed(written);
+  ASSERT_EQ(parsed.result, 0) << parsed.err;
+  EXPECT_EQ(PrintedEntries(parsed.config.ThePolicy()->Rules()), saved);
+  EXPECT_EQ(ListedEntries(parsed.config.ThePolicy()->Rules()),
+            "\"ftp\" \"a\" \"b\" USER \"u\" ALLOW PROXY_FTP FTP_GET FTP_CHDIR FTP_RENAME FTP_REMOVE_DIR TIME \"t\"\n"
+            "\"web\" \"a\" \"b\" ALLOW LOG SUMMARY PROXY_HTTP COOKIES SSL JAVA_SIGNATURE_HASH\n"
+            "\"web\" \"a\" \"b\" DENY ICMP NET_FORBIDDEN PROXY_HTTP \n"
+            "\"mail\" \"a\" \"b\" ALLOW PROXY_SMTP\n"
+            "\"tn\" \"a\" \"b\" USER \"u\" ALLOW PROXY_Telnet\n");
+
+  std::string again;
+  for (size_t start = 0, end; (end = saved.find('\n', start)) != std::string::npos; start = end + 1)
+    again += saved.substr(start, end - start) + " ;\n";
+  ParsedConfiguration reread(again);
+  ASSERT_EQ(reread.result, 0) << reread.err;
+  EXPECT_EQ(PrintedEntries(reread.config.ThePolicy()->Rules()), saved);
+}
+
+TEST(RuleGrammarTest, ProxyClausesTakeEveryOptionInOrderAndOnlyOnPlainRules) {
+  ExpectSyntaxError("RULE s a b USER u ALLOW PROXY_FTP FTP_GET FTP_CHDIR ;", "FTP_CHDIR");
+  ExpectSyntaxError("RULE s a b ALLOW PROXY_HTTP COOKIES ACTIVE_X SSL ;", ";");
+  ExpectSyntaxError("RULE s a b ALLOW PROXY_HTTP COOKIES ACTIVE_X SSL ! JAVA_HASH ;", "JAVA_HASH");
+  ExpectSyntaxError("RULE s a b ALLOW PROXY_SMTP ;", ";");
+  ExpectSyntaxError("RULE s a b USER u ALLOW TIME t PROXY_Telnet ;", "PROXY_Telnet");
+  ExpectSyntaxError("RULE s a b USER u DENY PROXY_Telnet ICMP_NET_FORBIDDEN ;", "ICMP_NET_FORBIDDEN");
+  ExpectSyntaxError("RULE s a b IKE \"DES\" \"MD5\" \"PRE-SHARED\" k \"\" ALLOW PROXY_Telnet ;", "PROXY_Telnet");
 }
 
 TEST(NatGrammarTest, StaticAndDynamicEntriesInOrder) {
