@@ -75,6 +75,26 @@ TEST_F(PolicyVerificationTest, EthernetRulesWithAUserAreRefused) {
             "compiler error\n");
 }
 
+// The FTP and Telnet proxies authenticate a user, the SMTP proxy serves
+// anybody; every rule that doesn't fit is reported, and the proxies' files
+// are not written.
+TEST_F(PolicyVerificationTest, ProxiesThatLackOrMustNotHaveAUser) {
+  EXPECT_EQ(Compile("RULE www inside web ALLOW PROXY_FTP FTP_GET FTP_PUT !FTP_CHDIR FTP_MKDIR FTP_RENAME "
+                    "FTP_REMOVE_DIR FTP_DELETE ;\n"
+                    "RULE www inside web USER bob ALLOW PROXY_SMTP RELAY ;\n"
+                    "RULE www inside web ALLOW PROXY_HTTP !COOKIES !ACTIVE_X !SSL !JAVA ;\n"
+                    "RULE www inside web USER bob DENY PROXY_HTTP COOKIES ACTIVE_X SSL JAVA ;\n"
+                    "RULE www inside web DENY PROXY_Telnet ;\n"),
+            245);
+  EXPECT_EQ(run.Err(),
+            "Proxy Error: \"www\" \"inside\" \"web\" ALLOW PROXY_FTP FTP_GET FTP_PUT FTP_MKDIR FTP_RENAME FTP_REMOVE_DIR "
+            "FTP_DELETE\n"
+            "Proxy Error: \"www\" \"inside\" \"web\" USER \"bob\" ALLOW PROXY_SMTP RELAY\n"
+            "Proxy Error: \"www\" \"inside\" \"web\" DENY PROXY_Telnet\n"
+            "compiler error\n");
+  EXPECT_FALSE(run.Exists("ftpp.conf"));
+}
+
 TEST_F(PolicyVerificationTest, TranslationOfUndefinedAddresses) {
   EXPECT_EQ(Compile("NAT DYNAMIC inside away public \"*\" ;\n"), 245);
   EXPECT_EQ(run.Err(), "Error: \"NAT\" refers to undefined ADDRESS: \"away\".\ncompiler error\n");

@@ -10,6 +10,7 @@
 #include "model/registry.h"
 #include "model/user.h"
 #include "policy/policy.h"
+#include "policy/proxy_data.h"
 #include "policy/rule_broadcast.h"
 #include "policy/rule_fixture.h"
 
@@ -139,6 +140,32 @@ TEST_F(PolicyExpansionTest, EthernetSetsLeaveForTheEtherRulesAndFaultyRulesAreRe
   }
   EXPECT_EQ(static_cast<Rule*>(policy.EtherRules()->Head()->Data())->Origin(), &only);
   EXPECT_EQ(static_cast<Rule*>(policy.EtherRules()->Tail()->Data())->Origin(), &last);
+}
+
+// The proxy takes the connection at the screen: the rule ends there, and
+// a plain rule of its own carries the proxy's connection on.
+TEST_F(PolicyExpansionTest, ProxiedRulesAreCutAtTheScreen) {
+  Service* telnet = service_of("telnet", {Port(engines.tcp, 23)}).release();
+  registry.ServicesCompile(*telnet);
+  User user("ann", nullptr);
+  ProxyData proxy;
+  Rule* proxied = new Rule(*telnet, *host("in", 1), *host("out", 2), &user, nullptr, nullptr, nullptr, ACTION_ALLOW,
+                           LOG_SUMMARY, SNMP_NONE, ICMP_NONE, 0, &proxy, nullptr, "gate", "note");
+  policy.Rules(*proxied);
+  Rule& plain = Add("plain", {Port(engines.tcp, 25)});
+
+  policy.GenerateRulesProxy(registry);
+  ASSERT_EQ(Lines(policy.Rules().Items()),
+            std::vector<std::string>({"telnet localhost>out 23", "telnet in>localhost 23", "plain in>out 25"}));
+  const Rule& onward = *static_cast<Rule*>(policy.Rules().Items().Head()->Data());
+  EXPECT_EQ(onward.Origin(), &onward);
+  EXPECT_EQ(onward.Use(), nullptr);
+  EXPECT_EQ(onward.Proxy(), nullptr);
+  EXPECT_EQ(onward.Screen(), nullptr);
+  EXPECT_EQ(onward.Log(), LOG_SUMMARY);
+  EXPECT_NE(proxied->Proxy(), nullptr);
+  EXPECT_STREQ(proxied->Use()->Name(), "ann");
+  EXPECT_EQ(policy.Rules().Items().Tail()->Data(), &plain);
 }
 
 }  // namespace
