@@ -89,6 +89,8 @@ TEST_F(CommandLineTest, BadHostDescriptionStopsBeforeTheInput) {
   run.Write("bad.host", "interface e0\nbogus\n");
   EXPECT_EQ(run.Run("-s gate -f missing.conf", "/dev/null", "FERROWALL_HOST=" + run.Path("bad.host")), 1);
   EXPECT_EQ(run.Err(), "fw_compiler: host description " + run.Path("bad.host") + ":2: unknown statement \"bogus\"\n");
+  EXPECT_EQ(run.Run("-s gate -f missing.conf", "/dev/null", "FERROWALL_HOST=" + run.Path("etc")), 1);
+  EXPECT_EQ(run.Err(), "fw_compiler: host description " + run.Path("etc") + ": Is a directory\n");
 }
 
 }  // namespace

@@ -50,7 +50,7 @@ TEST(AttribParseTest, PrintableParsesBackToAnEqualList) {
   Xstring remainder;
   attrib list(
       "sys:utf8=\"fw1\"; empty:struct={}; n:unsigned32=7; v:bytes=;"
-      " s:struct={ x:ascii=\"a b\"; y:struct={ z:ipV4=10.0.0.1; }; }; u:utf8=\"\xc3\xa9\";",
+      " s:struct={ x:ascii=\"a b\"; y:struct={ z:ipV4=10.0.0.1; }; }; u:utf8=\"\xc3\xa9\"; p:u={};",
       remainder);
   ASSERT_EQ(remainder, "");
   Xstring text = list.printable();
