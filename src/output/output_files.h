@@ -5,8 +5,9 @@
 // Interface.in; CertificateGroups; Remote.Access.  It runs after the rules
 // are distributed to the interfaces and the time objects numbered.
 //
-// Failures to open or write these files go unnoticed, as the loader finds a
-// missing file on its own.
+// A file that can't be created, written or closed is reported, and the
+// compile ends with 237 ("Could not write file") once the whole set was
+// tried, so that every lost file is named.
 #ifndef FW_OUTPUT_OUTPUT_FILES_H
 #define FW_OUTPUT_OUTPUT_FILES_H
 
@@ -23,7 +24,7 @@ class Registry;
 class OutputFiles {
  public:
   // The three output steps of the compile in their order; returns the
-  // result of the compile.
+  // result of the compile, 237 when a file of the compile was lost.
   static int Generate(Ferrowall& screen, Policy& policy, Registry& registry);
   // Policy::GenerateOutput: Input.nat.
   static void GeneratePolicyOutput(Policy& policy);

@@ -1,13 +1,13 @@
 #include "policy/policy.h"
 
 #include <cstring>
-#include <fstream>
 #include <iostream>
 #include <vector>
 
 #include "driver/fw_file.h"
 #include "model/address.h"
 #include "model/registry.h"
+#include "output/output_file.h"
 #include "policy/nat.h"
 #include "policy/rule.h"
 #include "screen/ferrowall.h"
@@ -293,7 +293,7 @@ int Policy::Verify(Ferrowall& screen, std::ostream& out, Registry& registry) {
 // No rule can name a proxy until the proxy clauses join the language, so
 // there is never more to write than the empty files.
 int Policy::GenerateProxyConfigs(const Ferrowall&) const {
-  for (const char* name : {"ftpp.conf", "httpp.conf", "smtpp.conf", "telnetp.conf"}) std::ofstream file(name);
+  for (const char* name : {"ftpp.conf", "httpp.conf", "smtpp.conf", "telnetp.conf"}) OutputFile file(name);
   return 0;
 }
 
