@@ -296,7 +296,11 @@ attrib* attrib::find(const char* wanted) const {
 Xstring attrib::printable() const {
   std::string text;
   for (const attrib* a = this; a != nullptr; a = a->next) {
-    if (!a->name.isnull()) text += a->name.c_str();
+    // A nameless element (what the empty text parses to) has no text form
+    // that reads back; printed as nothing, the empty list reads back as
+    // the same empty list.
+    if (a->name.isnull()) continue;
+    text += a->name.c_str();
     text += ':';
     text += attrib_type_printable(a->type);
     text += '=';

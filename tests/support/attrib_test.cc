@@ -59,6 +59,12 @@ TEST(AttribParseTest, PrintableParsesBackToAnEqualList) {
   EXPECT_TRUE(same_list(&list, &again)) << text.c_str() << "\n" << again.printable().c_str();
 }
 
+TEST(AttribParseTest, EmptyTextPrintsAsEmptyText) {
+  Xstring remainder;
+  attrib empty("", remainder);
+  EXPECT_EQ(empty.printable(), "");
+}
+
 struct ParseFailure {
   const char* name;
   const char* text;
