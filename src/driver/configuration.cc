@@ -9,6 +9,7 @@
 #include "model/day_of_week.h"
 #include "model/range_list.h"
 #include "model/registry.h"
+#include "output/output_file.h"
 #include "output/output_files.h"
 #include "policy/policy.h"
 #include "screen/ferrowall.h"
@@ -105,6 +106,7 @@ int Configuration::Compile(const char* screen, std::ostream& out) {
   Entity wanted(screen, nullptr, nullptr, 0);
   this_screen_ = static_cast<Ferrowall*>(wanted.FindSelf(registry_->Screens(), 0));
   if (this_screen_ == nullptr) return 239;
+  OutputFile::ResetFailures();
   int code = CompileStages(out);
   if (code != 0) return code;
   registry_->OptimizeRules();

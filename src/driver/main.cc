@@ -119,7 +119,10 @@ int main(int argc, char** argv) {
   fwi18n_set("FWPKicg_Ferrowall");
   signal(SIGHUP, hangup);
   signal(SIGTERM, hangup);
+#ifndef FW_SANITIZED_BUILD
+  // A sanitizer reports a crash with its cause; this handler would hide it.
   signal(SIGSEGV, hangup);
+#endif
   Options options = ReadOptions(argc, argv);
   user_setroot(nullptr, 1, nullptr);
   SelectHost();

@@ -3,6 +3,7 @@
 #include <arpa/inet.h>
 
 #include <algorithm>
+#include <climits>
 #include <cstdlib>
 #include <iostream>
 #include <memory>
@@ -118,7 +119,9 @@ class Parser {
     return true;
   }
   bool String(std::string* text);
-  bool Number(int* number);
+  // A number in [low, high]; one that a field can't use is refused here,
+  // naming it, rather than left to wrap or overflow where it is used.
+  bool Number(int* number, int low = INT_MIN, int high = INT_MAX);
   bool StringInto(Text* text);
   // KEYWORD string, when the keyword stands next.
   bool OptionalString(int keyword, Text* text);
@@ -142,6 +145,7 @@ class Parser {
   bool AddressStatement(const std::string& name);
   bool TimeStatement(const std::string& name);
   bool TimeDay(::Day day);
+  bool TimeOfDay(int* minutes);
   bool CertificateStatement(const std::string& name);
   bool NameSpaceCertificate(const std::string& name);
   bool IkeCertificate(const std::string& name);
@@ -223,8 +227,13 @@ bool Parser::StringInto(Text* text) {
   return true;
 }
 
-bool Parser::Number(int* number) {
+bool Parser::Number(int* number, int low, int high) {
   if (!At(TOK_NUMBER)) return SyntaxError();
+  if (value_.number < low || value_.number > high) {
+    yyerror("number out of range");
+    result_ = 1;
+    return false;
+  }
   *number = value_.number;
   Next();
   return true;
@@ -438,8 +447,10 @@ bool Parser::HeaderStatement() {
     policy.Load(name.c_str());
     return true;
   }
+  // Saving gives a file the version after its highest, which must still be
+  // a number.
   int version;
-  if (!Number(&version)) return false;
+  if (!Number(&version, INT_MIN, INT_MAX - 1)) return false;
   FWFile* load = policy.Load();
   if (statement == TOK_POLICY_VERSION) {
     (load != nullptr ? load : policy.File())->Version(version);
@@ -516,10 +527,9 @@ bool Parser::TimeStatement(const std::string& name) {
 
 bool Parser::TimeDay(::Day day) {
   while (At(TOK_NUMBER)) {
-    int from_hour, from_minute, to_hour, to_minute;
-    if (!Number(&from_hour) || !Number(&from_minute) || !Number(&to_hour) || !Number(&to_minute)) return false;
-    Range hours(from_hour * 60 + from_minute, to_hour * 60 + to_minute, RT_TIME, RS_ADDRESSES);
-    config_.Hours().Insert(hours);
+    int from, to;
+    if (!TimeOfDay(&from) || !TimeOfDay(&to)) return false;
+    config_.Hours().Insert(Range(from, to, RT_TIME, RS_ADDRESSES));
   }
   config_.Days().Append(*new DayOfWeek(day, config_.TakeHours()));
   return true;
@@ -533,6 +543,16 @@ bool Parser::CertificateStatement(const std::string& name) {
     case TOK_MANUAL: Next(); return ManualKey(name);
     default: return CertificateGroup(name);
   }
+}
+
+// hour minute, as minutes from midnight.  A clock time runs from 0 0 to
+// 24 0: an hour or minute beyond the clock would silently name a time of
+// another day (or overflow), which is never what was meant.
+bool Parser::TimeOfDay(int* minutes) {
+  int hour, minute;
+  if (!Number(&hour, 0, 24) || !Number(&minute, 0, hour == 24 ? 0 : 59)) return false;
+  *minutes = hour * 60 + minute;
+  return true;
 }
 
 // name CERTIFICATE NSID id MKID mkid [G n] [P n] [KEY_LENGTH n] [MASTER master] [SCREEN screen] [COMMENT text] ;

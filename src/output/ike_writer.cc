@@ -14,6 +14,7 @@
 #include "crypto/security_parameters_ike.h"
 #include "model/address.h"
 #include "model/registry.h"
+#include "output/output_file.h"
 #include "policy/rule.h"
 #include "screen/ferrowall.h"
 #include "screen/interface.h"
@@ -111,11 +112,6 @@ int MakeDirectory(const char* name) {
   return ReportCreateFailure(fwi18n_text(kPolicySet, 4, "Unable to create directory '"), name);
 }
 
-int OpenFile(std::ofstream& file, const char* name) {
-  file.open(name);
-  if (file) return 0;
-  return ReportCreateFailure(fwi18n_text(kPolicySet, 5, "Unable to create file '"), name);
-}
 
 // The comment that stands in an entry's place when one of its ends lacks a
 // certificate or key.
@@ -139,13 +135,14 @@ int IKEWriter::GenerateIKEFiles(const Ferrowall& screen, Registry& registry, con
   if (registry.IKEGenBag().RuleCount() == 0) return 0;
   for (const char* directory : {"ike", "secret"})
     if (int status = MakeDirectory(directory)) return status;
+  // A file that can't be made is reported as it closes, and ends the output.
   {
-    std::ofstream config;
-    if (int status = OpenFile(config, "ike/config")) return status;
+    OutputFile config("ike/config");
+    if (!config.Created()) return kWriteError;
     if (int status = GenerateConfig(config, screen, registry, lists)) return status;
   }
-  std::ofstream secret;
-  if (int status = OpenFile(secret, "secret/ike.preshared")) return status;
+  OutputFile secret("secret/ike.preshared");
+  if (!secret.Created()) return kWriteError;
   secret << kPresharedHead << '\n';
   int status = registry.IKEGenBag().GenerateIKEPreshared(secret);
   secret << "# eof\n";

@@ -1,6 +1,5 @@
 #include "output/interface_writer.h"
 
-#include <fstream>
 
 #include "crypto/certificate.h"
 #include "crypto/skip_parameter.h"
@@ -8,6 +7,7 @@
 #include "model/address_list.h"
 #include "model/registry.h"
 #include "output/address_writer.h"
+#include "output/output_file.h"
 #include "output/rule_writer.h"
 #include "output/service_writer.h"
 #include "policy/rule.h"
@@ -61,7 +61,7 @@ void InterfaceWriter::GenerateOutput(std::ostream& interface_in, Interface& inte
   registry.UnMark();
   if (interface.Type() == INTERFACE_DISABLED) return;
   bool reverse = reverse_of != nullptr;
-  std::ofstream table(FileName(interface, reverse, ".data"));
+  OutputFile table(FileName(interface, reverse, ".data"));
   GenerateDataFile(table, interface, list, registry, reverse_of);
   table << "LOCALHOST\n";
   WriteProgram(table, interface, reverse);
@@ -72,7 +72,7 @@ void InterfaceWriter::GenerateStealthOutput(std::ostream& interface_in, Interfac
                                             const Ferrowall& screen) {
   GenerateInterfaceIn(interface_in, interface);
   registry.UnMark();
-  std::ofstream table(FileName(interface, false, ".data"));
+  OutputFile table(FileName(interface, false, ".data"));
   GenerateDataFile(table, interface, list, registry, nullptr);
   if (const Range* network = screen.CLKNetwork()) {
     table << "ADDRESS\t" << dotted_address(network->Start()) << '\n';
@@ -89,7 +89,7 @@ void InterfaceWriter::GenerateStealthOutput(std::ostream& interface_in, Interfac
 }
 
 void InterfaceWriter::WriteProgram(std::ostream& table, const Interface& interface, bool reverse) {
-  std::ofstream program(FileName(interface, reverse, ".pfl"));
+  OutputFile program(FileName(interface, reverse, ".pfl"));
   GeneratePFLFile(table, program, interface, reverse);
 }
 

@@ -1,6 +1,5 @@
 #include "output/output_files.h"
 
-#include <fstream>
 #include <iostream>
 
 #include "crypto/certificate.h"
@@ -10,6 +9,7 @@
 #include "output/ike_writer.h"
 #include "output/interface_writer.h"
 #include "output/nat_writer.h"
+#include "output/output_file.h"
 #include "output/screen_files_writer.h"
 #include "output/service_writer.h"
 #include "output/time_writer.h"
@@ -28,14 +28,16 @@ const char kRemoteAccessHead[] =
 
 int OutputFiles::Generate(Ferrowall& screen, Policy& policy, Registry& registry, TList<Entity>* screen_admin_rules,
                           TList<Entity>* policy_admin_rules) {
+  const int kCouldNotWriteFile = 237;
   std::vector<TList<Entity>*> rules = {screen_admin_rules, policy_admin_rules, &policy.Rules().Items()};
   GeneratePolicyOutput(policy);
   GenerateRegistryOutput(screen, registry, rules, std::cerr);
-  return GenerateMoreOutput(screen, registry, rules);
+  int code = GenerateMoreOutput(screen, registry, rules);
+  return code == 0 && OutputFile::Failures() != 0 ? kCouldNotWriteFile : code;
 }
 
 void OutputFiles::GeneratePolicyOutput(Policy& policy) {
-  std::ofstream input_nat("Input.nat");
+  OutputFile input_nat("Input.nat");
   NatWriter::GenerateInputNat(input_nat, policy);
 }
 
@@ -51,15 +53,15 @@ void OutputFiles::GenerateRegistryOutput(Ferrowall& screen, Registry& registry,
 void OutputFiles::GenerateScreenFiles(const Ferrowall& screen, const Registry& registry,
                                       std::ostream& warnings) {
   {
-    std::ofstream out("Screen");
+    OutputFile out("Screen");
     ScreenFilesWriter::GenerateScreenFile(out, screen, warnings);
   }
   if (ScreenFilesWriter::WantsSNMPTimer(screen)) {
-    std::ofstream out("snmp_timer");
+    OutputFile out("snmp_timer");
     ScreenFilesWriter::GenerateSNMPTimer(out, screen);
   }
   {
-    std::ofstream out("Dest");
+    OutputFile out("Dest");
     ScreenFilesWriter::GenerateDest(out, screen);
   }
   // The built-in screen "*" is always listed, so a named screen always has
@@ -67,36 +69,36 @@ void OutputFiles::GenerateScreenFiles(const Ferrowall& screen, const Registry& r
   bool several_screens = registry.Screens().Head() != registry.Screens().Tail();
   if (!several_screens) return;
   {
-    std::ofstream out("Slaves");
+    OutputFile out("Slaves");
     ScreenFilesWriter::GenerateSlaves(out, screen, registry);
   }
   if (const Ferrowall* primary = ScreenFilesWriter::HAPrimary(screen)) {
-    std::ofstream out("HA");
+    OutputFile out("HA");
     ScreenFilesWriter::GenerateHA(out, *primary, registry);
   }
 }
 
 void OutputFiles::GenerateObjectTables(const Registry& registry) {
   {
-    std::ofstream out("Time");
+    OutputFile out("Time");
     TimeWriter::GenerateTimeFile(out, registry);
   }
   {
-    std::ofstream out("state_engines.h");
+    OutputFile out("state_engines.h");
     ServiceWriter::GenerateStateEnginesHeader(out, registry);
   }
   {
-    std::ofstream out("Addresses");
+    OutputFile out("Addresses");
     for (TList_Cell<Entity>* cell = registry.Addresses().Head(); cell != nullptr; cell = cell->Next())
       AddressWriter::GenerateAddressesFile(out, *static_cast<Address*>(cell->Data()));
   }
-  std::ofstream out("Services");
+  OutputFile out("Services");
   ServiceWriter::GenerateServicesFile(out, registry);
 }
 
 void OutputFiles::GenerateInterfaces(Ferrowall& screen, Registry& registry) {
-  std::ofstream skip_v1("SKIP_V1_TABLE");
-  std::ofstream interface_in("Interface.in");
+  OutputFile skip_v1("SKIP_V1_TABLE");
+  OutputFile interface_in("Interface.in");
   GenerateFamily(skip_v1, interface_in, registry.AdminInterfaces(), registry.ReverseAdminInterface(),
                  screen, registry);
   GenerateFamily(skip_v1, interface_in, registry.GWYInterfaces(), registry.ReverseGWYInterface(),
@@ -123,7 +125,7 @@ void OutputFiles::GenerateFamily(std::ostream& skip_v1, std::ostream& interface_
 }
 
 void OutputFiles::GenerateCertificateGroups(const Registry& registry) {
-  std::ofstream out("CertificateGroups");
+  OutputFile out("CertificateGroups");
   for (TList_Cell<Entity>* cell = registry.Certificates().Head(); cell != nullptr; cell = cell->Next()) {
     Certificate* certificate = dynamic_cast<Certificate*>(cell->Data());
     if (certificate != nullptr && certificate->UniqueID() != Certificate::kNoUniqueId)
@@ -136,7 +138,7 @@ void OutputFiles::GenerateCertificateGroups(const Registry& registry) {
 int OutputFiles::GenerateMoreOutput(Ferrowall& screen, Registry& registry, const std::vector<TList<Entity>*>& rules) {
   int status = IKEWriter::GenerateIKEFiles(screen, registry, rules);
   if (IKEWriter::StopsOutput(status)) return status;
-  std::ofstream out("Remote.Access");
+  OutputFile out("Remote.Access");
   out << kRemoteAccessHead << "\n# eof\n";
   return status;
 }

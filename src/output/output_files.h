@@ -5,9 +5,10 @@
 // Interface.in; CertificateGroups; the IKE files; Remote.Access.  It runs after the rules
 // are distributed to the interfaces and the time objects numbered.
 //
-// Failures to open or write these files go unnoticed, as the loader finds a
-// missing file on its own; only the IKE files are checked, since the key
-// daemon would run with a stale configuration.
+// A file that can't be created, written or closed is reported, and the
+// compile ends with 237 ("Could not write file") once the whole set was
+// tried, so that every lost file is named.  The IKE files have statuses
+// of their own, since the key daemon would run with a stale configuration.
 #ifndef FW_OUTPUT_OUTPUT_FILES_H
 #define FW_OUTPUT_OUTPUT_FILES_H
 
@@ -25,7 +26,7 @@ class Registry;
 class OutputFiles {
  public:
   // The three output steps of the compile in their order; returns the
-  // result of the compile.
+  // result of the compile, 237 when a file of the compile was lost.
   // `screen_admin_rules` and `policy_admin_rules` are the administrative
   // rules the distribution used.
   static int Generate(Ferrowall& screen, Policy& policy, Registry& registry, TList<Entity>* screen_admin_rules,

@@ -1,7 +1,6 @@
 #include "policy/policy.h"
 
 #include <cstring>
-#include <fstream>
 #include <iostream>
 #include <vector>
 

@@ -1,10 +1,11 @@
 #include "policy/proxy_configs.h"
 
-#include <fstream>
+#include <memory>
 
 #include "model/address.h"
 #include "model/time.h"
 #include "model/user.h"
+#include "output/output_file.h"
 #include "policy/proxy_data.h"
 #include "policy/rule.h"
 
@@ -23,13 +24,13 @@ void ProxyConfigs::Write(const TList<Entity>& rules) {
   int counts[kProxyTypes] = {};
   for (TList_Cell<Entity>* cell = rules.Head(); cell != nullptr; cell = cell->Next())
     if (const ProxyData* proxy = rule_of(cell).Proxy()) ++counts[proxy->Type()];
-  std::ofstream files[kProxyTypes];
+  std::unique_ptr<OutputFile> files[kProxyTypes];
   for (int type = 0; type < kProxyTypes; ++type) {
-    files[type].open(kFiles[type]);
-    if (counts[type] > 0) files[type] << kPorts[type] << '\n' << counts[type] << '\n';
+    files[type].reset(new OutputFile(kFiles[type]));
+    if (counts[type] > 0) *files[type] << kPorts[type] << '\n' << counts[type] << '\n';
   }
   for (TList_Cell<Entity>* cell = rules.Head(); cell != nullptr; cell = cell->Next())
-    if (const ProxyData* proxy = rule_of(cell).Proxy()) WriteRecord(files[proxy->Type()], rule_of(cell));
+    if (const ProxyData* proxy = rule_of(cell).Proxy()) WriteRecord(*files[proxy->Type()], rule_of(cell));
 }
 
 void ProxyConfigs::WriteRecord(std::ostream& out, const Rule& rule) {

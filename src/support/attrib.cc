@@ -205,8 +205,11 @@ int attrib_parse(attrib** tail, const char* text, Xstring& remainder) {
       const char* value_end = semicolon;
       while (value_end > p && is_blank(value_end[-1])) --value_end;
       value = Xstring(p, value_end - p);
-      if (type == attr_utf8 && is_ascii(value)) type = attr_ascii;
     }
+    // An empty nested list leaves the element without children, so it prints
+    // as the empty value it then is; the type must follow the value's rule,
+    // or the printed text would read back with another type.
+    if (type == attr_utf8 && children == nullptr && is_ascii(value)) type = attr_ascii;
     attrib* element = place(tail);
     element->type = static_cast<attrib_type>(type);
     element->name = Xstring(name, name_length);
@@ -293,7 +296,11 @@ attrib* attrib::find(const char* wanted) const {
 Xstring attrib::printable() const {
   std::string text;
   for (const attrib* a = this; a != nullptr; a = a->next) {
-    if (!a->name.isnull()) text += a->name.c_str();
+    // A nameless element (what the empty text parses to) has no text form
+    // that reads back; printed as nothing, the empty list reads back as
+    // the same empty list.
+    if (a->name.isnull()) continue;
+    text += a->name.c_str();
     text += ':';
     text += attrib_type_printable(a->type);
     text += '=';

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
-#include <fstream>
 #include <sstream>
 
 #include "support/screenadm_tables.h"
@@ -47,10 +47,15 @@ bool ParseHex(const std::string& text, std::vector<unsigned char>* bytes) {
   return true;
 }
 
+// The bytes that separate words.  Trimming must use the same set as the
+// split into words, or a line that starts with a form feed would lose the
+// first bytes of its text.
+const char kWhiteSpace[] = " \t\n\v\f\r";
+
 std::string Trimmed(const std::string& text) {
-  size_t first = text.find_first_not_of(" \t\r");
+  size_t first = text.find_first_not_of(kWhiteSpace);
   if (first == std::string::npos) return "";
-  size_t last = text.find_last_not_of(" \t\r");
+  size_t last = text.find_last_not_of(kWhiteSpace);
   return text.substr(first, last - first + 1);
 }
 
@@ -60,19 +65,22 @@ std::string WantsOneWord(const std::vector<std::string>& words) {
 
 }  // namespace
 
+// Read with the C library, which reports a directory as a read error
+// (EISDIR) where a stream would read it as an empty file.
 bool HostDescription::Read(const std::string& path, std::string* error) {
-  std::ifstream file(path, std::ios::binary);
-  if (!file) {
-    *error = path + ": " + strerror(errno);
-    return false;
+  FILE* file = fopen(path.c_str(), "rb");
+  std::string text;
+  if (file != nullptr) {
+    char block[4096];
+    for (size_t got; (got = fread(block, 1, sizeof block, file)) > 0;) text.append(block, got);
+    if (!ferror(file)) {
+      fclose(file);
+      return Parse(text, path, error);
+    }
   }
-  std::ostringstream text;
-  text << file.rdbuf();
-  if (file.bad()) {
-    *error = path + ": " + strerror(errno);
-    return false;
-  }
-  return Parse(text.str(), path, error);
+  *error = path + ": " + strerror(errno);
+  if (file != nullptr) fclose(file);
+  return false;
 }
 
 bool HostDescription::Parse(const std::string& text, const std::string& path, std::string* error) {

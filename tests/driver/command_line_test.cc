@@ -20,6 +20,7 @@ class CommandLineTest : public testing::Test {
 
 TEST_F(CommandLineTest, StatusAndMessageOfEachOutcome) {
   run.Write("open.conf", "\"never closed");
+  run.Write("hour.conf", "\"t\" TIME MONDAY 35791395 0 0 0 ;");
   const struct {
     const char* arguments;
     int status;
@@ -35,6 +36,7 @@ TEST_F(CommandLineTest, StatusAndMessageOfEachOutcome) {
       {"-s gate -f missing.conf", 240, "file not found.\n"},
       {"-s gate -f words.conf", 241, "parse error near token second.\nparse error.\n"},
       {"-s gate -f open.conf", 241, "parse error near token \".\nparse error.\n"},  // no hang
+      {"-s gate -f hour.conf", 241, "number out of range near token 35791395.\nparse error.\n"},
   };
   for (const auto& c : cases) {
     EXPECT_EQ(run.Run(c.arguments), c.status) << c.arguments;
@@ -89,6 +91,8 @@ TEST_F(CommandLineTest, BadHostDescriptionStopsBeforeTheInput) {
   run.Write("bad.host", "interface e0\nbogus\n");
   EXPECT_EQ(run.Run("-s gate -f missing.conf", "/dev/null", "FERROWALL_HOST=" + run.Path("bad.host")), 1);
   EXPECT_EQ(run.Err(), "fw_compiler: host description " + run.Path("bad.host") + ":2: unknown statement \"bogus\"\n");
+  EXPECT_EQ(run.Run("-s gate -f missing.conf", "/dev/null", "FERROWALL_HOST=" + run.Path("etc")), 1);
+  EXPECT_EQ(run.Err(), "fw_compiler: host description " + run.Path("etc") + ": Is a directory\n");
 }
 
 }  // namespace

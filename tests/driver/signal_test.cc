@@ -52,4 +52,17 @@ TEST(SignalTest, HangupAndTerminationEndWithStatusOne) {
   }
 }
 
+// A crash ends with status 1 and the same line; in a sanitizer build the
+// sanitizer's report must not be hidden by it.
+TEST(SignalTest, SegmentationFaultIsHandledOnlyWithoutSanitizers) {
+  SignalOutcome outcome = InterruptWaitingCompiler(SIGSEGV);
+  std::string handled = "fw_compiler: Signal " + std::to_string(SIGSEGV) + " received.  Exiting.\n";
+#ifdef FW_SANITIZED_BUILD
+  EXPECT_NE(outcome.err, handled);
+#else
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err, handled);
+#endif
+}
+
 }  // namespace

@@ -49,11 +49,12 @@ inline std::string Names(const TList<Entity>& list) {
 }
 
 // The text is refused at `token`, with one counted error.
-inline void ExpectSyntaxError(const std::string& text, const std::string& token) {
+inline void ExpectSyntaxError(const std::string& text, const std::string& token,
+                              const std::string& message = "parse error") {
   ParsedConfiguration parsed(text);
   EXPECT_EQ(parsed.result, 1) << text;
   EXPECT_EQ(parsed.config.ParseErrors(), 1) << text;
-  EXPECT_EQ(parsed.err, "parse error near token " + token + ".\n") << text;
+  EXPECT_EQ(parsed.err, message + " near token " + token + ".\n") << text;
 }
 
 #endif

@@ -132,6 +132,25 @@ TEST(RegistryGrammarTest, SyntaxErrorsNameTheFirstWrongToken) {
   ExpectSyntaxError("s SCREEN HA_ADMIN_IP x ;", "x");
 }
 
+// Each field refuses, by name, the first number it can't hold.
+TEST(RegistryGrammarTest, NumbersOutOfRangeAreNamed) {
+  const struct {
+    const char* text;
+    const char* token;
+  } cases[] = {
+      {"t TIME MONDAY 35791395 0 0 0 ;", "35791395"},
+      {"t TIME MONDAY 7 2147483647 0 0 ;", "2147483647"},
+      {"t TIME MONDAY 8 60 9 0 ;", "60"},
+      {"t TIME MONDAY 8 0 24 5 ;", "5"},
+      {"t TIME MONDAY -1 0 9 0 ;", "-1"},
+      {"POLICY_VERSION 2147483647", "2147483647"},
+      {"REGISTRY_VERSION 99999999999", "99999999999"},
+  };
+  for (const auto& c : cases) ExpectSyntaxError(c.text, c.token, "number out of range");
+  ParsedConfiguration edges("t TIME EVERYDAY 0 0 24 0 ; POLICY_VERSION 2147483646");
+  EXPECT_EQ(edges.result, 0) << edges.err;
+}
+
 TEST(RegistryGrammarTest, ObjectsBeforeTheErrorStay) {
   ParsedConfiguration parsed("a ADDRESS 1.1.1.1 ; b ADDRESS 2.2.2.2 3 ; c ADDRESS 3.3.3.3 ;");
   EXPECT_EQ(parsed.result, 1);

@@ -50,13 +50,19 @@ TEST(AttribParseTest, PrintableParsesBackToAnEqualList) {
   Xstring remainder;
   attrib list(
       "sys:utf8=\"fw1\"; empty:struct={}; n:unsigned32=7; v:bytes=;"
-      " s:struct={ x:ascii=\"a b\"; y:struct={ z:ipV4=10.0.0.1; }; }; u:utf8=\"\xc3\xa9\";",
+      " s:struct={ x:ascii=\"a b\"; y:struct={ z:ipV4=10.0.0.1; }; }; u:utf8=\"\xc3\xa9\"; p:u={};",
       remainder);
   ASSERT_EQ(remainder, "");
   Xstring text = list.printable();
   attrib again(text, remainder);
   EXPECT_EQ(remainder, "");
   EXPECT_TRUE(same_list(&list, &again)) << text.c_str() << "\n" << again.printable().c_str();
+}
+
+TEST(AttribParseTest, EmptyTextPrintsAsEmptyText) {
+  Xstring remainder;
+  attrib empty("", remainder);
+  EXPECT_EQ(empty.printable(), "");
 }
 
 struct ParseFailure {

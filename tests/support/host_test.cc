@@ -54,6 +54,13 @@ TEST_F(HostDescriptionTest, EveryOtherStatement) {
   EXPECT_TRUE(host.SkipUnavailable("RC4-40"));
 }
 
+// Every byte that separates words also trims the identity.
+TEST_F(HostDescriptionTest, IdentityBehindAnyWhiteSpace) {
+  ASSERT_TRUE(Parse("\fike-local-id CN=gate\n\vike-local-id\tCN=peer \f\n"));
+  EXPECT_EQ(host.LocalIdentity({"CN=gate"}, {}), 1);
+  EXPECT_EQ(host.LocalIdentity({"CN=peer"}, {}), 1);
+}
+
 TEST_F(HostDescriptionTest, MalformedLinesNameTheirNumber) {
   struct Case {
     const char* text;
