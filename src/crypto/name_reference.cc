@@ -1,6 +1,9 @@
 #include "crypto/name_reference.h"
 
 #include <cstring>
+#include <iostream>
+
+#include "crypto/algorithm.h"
 
 Entity* NewNameReference(const char* name) {
   return name != nullptr ? new Entity(name, nullptr, nullptr, 0) : nullptr;
@@ -20,4 +23,13 @@ void RenameNameReference(Entity* reference, const char* old_name, const char* ne
 
 Entity* FindNamed(const Entity* reference, const TList<Entity>& list) {
   return reference != nullptr ? reference->FindSelf(list, 1) : nullptr;
+}
+
+Algorithm* LinkIkePhase1(const Entity* reference, screen_alg_type type, TList<Entity>& list, bool* refused) {
+  Algorithm* found = static_cast<Algorithm*>(FindNamed(reference, list));
+  if (found == nullptr) return nullptr;
+  found->SetType(type);
+  found->SetPhase(IKE_PHASE_IKE);
+  if (found->IsInstalled(std::cout) != 0) *refused = true;
+  return found;
 }

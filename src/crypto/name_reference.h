@@ -4,7 +4,10 @@
 #ifndef FW_CRYPTO_NAME_REFERENCE_H
 #define FW_CRYPTO_NAME_REFERENCE_H
 
+#include "crypto/crypto_types.h"
 #include "model/entity.h"
+
+class Algorithm;
 
 // A reference to `name`; null for a null name.
 Entity* NewNameReference(const char* name);
@@ -17,5 +20,9 @@ void RenameNameReference(Entity* reference, const char* old_name, const char* ne
 // The object of `list` that `reference` names, by name alone; null when
 // there is none or no reference.
 Entity* FindNamed(const Entity* reference, const TList<Entity>& list);
+// Links an IKE phase 1 algorithm of `type`, which must be installed for
+// IKE itself; one that isn't is reported on the standard output and sets
+// `*refused`.  Null when `list` has no such name.
+Algorithm* LinkIkePhase1(const Entity* reference, screen_alg_type type, TList<Entity>& list, bool* refused);
 
 #endif

@@ -18,6 +18,8 @@
 #include "crypto/security_parameters_ike.h"
 #include "crypto/security_parameters_man.h"
 #include "crypto/skip_parameter.h"
+#include "crypto/vpn_node_ike.h"
+#include "crypto/vpn_node_skip.h"
 #include "driver/configuration.h"
 #include "driver/fw_file.h"
 #include "lang/scanner.h"
@@ -61,6 +63,8 @@ bool CarriesString(int token) { return token == TOK_STRING || token == TOK_ALIEN
 using Block = std::unique_ptr<SecurityParameters>;
 using Proxy = std::unique_ptr<ProxyData>;
 using Manual = std::unique_ptr<IPsecManParameters>;
+using Esp = std::unique_ptr<IPsecIKEespParams>;
+using Ah = std::unique_ptr<IPsecIKEahParams>;
 
 // The tunnel and screen clauses that end a security block.
 struct EndTexts {
@@ -168,6 +172,10 @@ class Parser {
   bool StealthNetwork(simplerange* network);
   bool EspClause(IPsecIKEespParams** esp);
   bool AhClause(IPsecIKEahParams** ah);
+  bool PhaseTwo(Esp* esp, Ah* ah);
+  bool VpnGatewayStatement();
+  bool VpnGatewaySkip();
+  bool VpnGatewayIke();
   // The security blocks of a rule.
   bool AtSecurityBlock() const { return At(TOK_SKIP_VERSION_1) || At(TOK_SKIP_VERSION_2) || At(TOK_MANUAL) || At(TOK_IKE); }
   bool SecurityBlock(Block* block);
@@ -294,6 +302,8 @@ bool Parser::Statement() {
       return RuleStatement();
     case TOK_NAT:
       return NatStatement();
+    case TOK_VPNGATEWAY:
+      return VpnGatewayStatement();
     default: {
       std::string name;
       return String(&name) && NamedStatement(name);
@@ -1004,6 +1014,17 @@ bool Parser::ManualAh(EspForm form, ManualTexts* texts) {
   return true;
 }
 
+// [esp] [ah]
+bool Parser::PhaseTwo(Esp* esp, Ah* ah) {
+  IPsecIKEespParams* esp_made = nullptr;
+  IPsecIKEahParams* ah_made = nullptr;
+  bool esp_read = EspClause(&esp_made);
+  esp->reset(esp_made);
+  if (!esp_read || !AhClause(&ah_made)) return false;
+  ah->reset(ah_made);
+  return true;
+}
+
 // IKE enc hash [group-n] auth cert peer [esp] [ah] ends; an empty peer
 // means a pre-shared key, which cert names.
 bool Parser::IkeBlock(Block* block) {
@@ -1014,17 +1035,71 @@ bool Parser::IkeBlock(Block* block) {
   if (At(TOK_NUMBER) && !Number(&group)) return false;
   if (!String(&method) || !String(&certificate) || !String(&peer)) return false;
   for (const std::string* algorithm : {&encryption, &hash, &method}) RegisterAlgorithm(*algorithm);
-  IPsecIKEespParams* esp_made = nullptr;
-  IPsecIKEahParams* ah_made = nullptr;
-  bool esp_read = EspClause(&esp_made);
-  std::unique_ptr<IPsecIKEespParams> esp(esp_made);
-  if (!esp_read || !AhClause(&ah_made)) return false;
-  std::unique_ptr<IPsecIKEahParams> ah(ah_made);
+  Esp esp;
+  Ah ah;
+  if (!PhaseTwo(&esp, &ah)) return false;
   EndTexts ends;
   if (!EndsClause(true, &ends)) return false;
   IkeNames names = {encryption.c_str(), hash.c_str(), static_cast<unsigned>(group), method.c_str(),
                     certificate.c_str(), peer.empty() ? nullptr : peer.c_str()};
   block->reset(new SecurityParametersIKE(names, esp.release(), ah.release(), ends.Ends()));
+  return true;
+}
+
+bool Parser::VpnGatewayStatement() {
+  Next();
+  return At(TOK_IKE) ? VpnGatewayIke() : VpnGatewaySkip();
+}
+
+// VPNGATEWAY vpn address cert KEYS key DATAS data MACS mac COMPRESSIONS comp [TUNNEL name] [COMMENT text] ;
+bool Parser::VpnGatewaySkip() {
+  std::string vpn, address, certificate, algorithms[4];
+  if (!String(&vpn) || !String(&address) || !String(&certificate)) return false;
+  const int words[4] = {TOK_KEYS, TOK_DATAS, TOK_MACS, TOK_COMPRESSIONS};
+  for (int type = 0; type < 4; ++type) {
+    if (!Expect(words[type]) || !String(&algorithms[type])) return false;
+    RegisterSkipAlgorithm(algorithms[type], static_cast<screen_alg_type>(type));
+  }
+  Text tunnel, comment;
+  if (!OptionalString(TOK_TUNNEL, &tunnel) || !CommentClause(&comment) || !Expect(';')) return false;
+  const char* names[4] = {algorithms[0].c_str(), algorithms[1].c_str(), algorithms[2].c_str(),
+                          algorithms[3].c_str()};
+  config_.ThePolicy()->VPNNodes(*new VPNNodeSkip(vpn.c_str(), address.c_str(), certificate.c_str(), names,
+                                                 Chars(tunnel), Chars(comment)));
+  return true;
+}
+
+// VPNGATEWAY IKE vpn address enc hash group auth cert [esp] [ah] [TUNNEL name] [SCREEN screen] [COMMENT text] ;
+// VPNGATEWAY IKE vpn address cert auth enc hash [esp] [ah] [SCREEN screen] [TUNNEL name] [COMMENT text] ;
+// The older form has no group, so a number in the fifth place tells the
+// newer one.
+bool Parser::VpnGatewayIke() {
+  Next();
+  std::string vpn, address, third, fourth, encryption, hash, method, certificate;
+  int group = 1;
+  if (!String(&vpn) || !String(&address) || !String(&third) || !String(&fourth)) return false;
+  bool newer = At(TOK_NUMBER);
+  if (newer) {
+    encryption = third;
+    hash = fourth;
+    if (!Number(&group) || !String(&method) || !String(&certificate)) return false;
+  } else {
+    certificate = third;
+    method = fourth;
+    if (!String(&encryption) || !String(&hash)) return false;
+  }
+  for (const std::string* algorithm : {&encryption, &hash, &method}) RegisterAlgorithm(*algorithm);
+  Esp esp;
+  Ah ah;
+  Text tunnel, screen, comment;
+  if (!PhaseTwo(&esp, &ah)) return false;
+  bool ends = newer ? OptionalString(TOK_TUNNEL, &tunnel) && ScreenClause(&screen)
+                    : ScreenClause(&screen) && OptionalString(TOK_TUNNEL, &tunnel);
+  if (!ends || !CommentClause(&comment) || !Expect(';')) return false;
+  VpnIkeNames names = {encryption.c_str(), hash.c_str(), static_cast<unsigned>(group), method.c_str()};
+  config_.ThePolicy()->VPNNodes(*new VPNNodeIKE(vpn.c_str(), address.c_str(), names, certificate.c_str(),
+                                                esp.release(), ah.release(), Chars(tunnel), Chars(screen),
+                                                Chars(comment)));
   return true;
 }
 

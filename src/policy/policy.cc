@@ -5,6 +5,8 @@
 #include <iostream>
 #include <vector>
 
+#include "crypto/vpn_node.h"
+#include "crypto/vpn_set.h"
 #include "driver/fw_file.h"
 #include "model/address.h"
 #include "model/registry.h"
@@ -265,9 +267,7 @@ int Policy::CheckTranslations() const {
   return errors;
 }
 
-// The stages that expand the rule list with proxy and VPN rules join this
-// pipeline with the classes they need; each stage runs only while nothing
-// has failed.
+// Each stage after the resolve runs only while nothing has failed.
 int Policy::Verify(Ferrowall& screen, std::ostream& out, Registry& registry) {
   for (OrderedEntityList* list : {&rules_, &nats_, &acls_local_, &acls_remote_})
     RemoveOtherScreenData(screen, list->Items());
@@ -278,18 +278,71 @@ int Policy::Verify(Ferrowall& screen, std::ostream& out, Registry& registry) {
               << std::endl;
     ++errors;
   }
+  BuildVpnSets();
   errors += ResolveReferences(out, registry);
+  if (errors == 0) errors += CheckVpnSets();
   if (errors == 0) errors += VerifyRuleClauses(screen, out);
   if (errors == 0) errors += GenerateProxyConfigs(screen);
   if (errors == 0) errors += GenerateReverseRulesFilter(registry);
   if (errors == 0) errors += GenerateReverseRulesStateEngine(registry);
   if (errors == 0) {
+    GenerateVPNRules(screen);
     GenerateRulesProxy(registry);
     errors += CheckConflicts(screen);
   }
   if (errors == 0) errors += SplitEtherRules(out, registry);
   if (errors == 0) errors += CheckTranslations();
   return errors;
+}
+
+// A VPN is made by the gateways that name it.
+void Policy::BuildVpnSets() {
+  for (TList_Cell<Entity>* cell = vpn_nodes_.Items().Head(); cell != nullptr; cell = cell->Next()) {
+    VPNNode& node = *static_cast<VPNNode*>(cell->Data());
+    VPNSet* set = static_cast<VPNSet*>(node.Vpn().FindSelf(*vpn_sets_, 0));
+    if (set == nullptr) {
+      set = new VPNSet(node.Vpn().Name());
+      vpn_sets_->Append(*set);
+    }
+    set->Add(node);
+  }
+}
+
+int Policy::CheckVpnSets() const {
+  int errors = 0;
+  for (TList_Cell<Entity>* cell = vpn_sets_->Head(); cell != nullptr; cell = cell->Next()) {
+    const VPNSet& set = *static_cast<VPNSet*>(cell->Data());
+    if (set.MixedMode() == 0) continue;
+    std::cerr << fwi18n_text(kPolicySet, 11, "VPN cannot contain SKIP and IKE Gateways: ") << '"' << set.Name()
+              << '"' << std::endl;
+    ++errors;
+  }
+  return errors;
+}
+
+void Policy::GenerateVPNRules(const Ferrowall& screen) {
+  ReplaceVpnRules([](const Rule& rule, const Ferrowall&) { return rule.PartitionVPNSource(); }, screen);
+  ReplaceVpnRules([](const Rule& rule, const Ferrowall& at) { return rule.PartitionVPNDest(at); }, screen);
+}
+
+// The replacements go in one by one directly behind the rule, so they end
+// up in the reverse of the order they were made in; the next cell is held
+// first, so they aren't visited again by the same sweep.
+void Policy::ReplaceVpnRules(VpnExpansion expand, const Ferrowall& screen) {
+  TList<Entity>& rules = rules_.Items();
+  TList_Cell<Entity>* cell = rules.Head();
+  while (cell != nullptr) {
+    TList_Cell<Entity>* next = cell->Next();
+    const Rule& rule = *static_cast<Rule*>(cell->Data());
+    if (rule.Vpn() != nullptr) {
+      TList<Entity>* replacements = expand(rule, screen);
+      for (TList_Cell<Entity>* made = replacements->Head(); made != nullptr; made = made->Next())
+        rules.Append(*made->Data(), cell);
+      delete replacements;
+      rules.Delete_Data_Cell(cell);
+    }
+    cell = next;
+  }
 }
 
 // Each rule is compared with the rules behind it only, so a conflicting

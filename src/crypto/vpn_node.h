@@ -1,0 +1,76 @@
+// A VPNNode is one gateway of a VPN: the addresses it protects, its
+// certificate and, in tunnel mode, its tunnel address.  Every pair of
+// gateways of one VPN encrypts between each other; the source gateway of a
+// pair makes the security parameters of the pair.  The gateway owns its
+// name references; what they resolve to belongs to the registry.
+#ifndef FW_CRYPTO_VPN_NODE_H
+#define FW_CRYPTO_VPN_NODE_H
+
+#include <initializer_list>
+#include <ostream>
+
+#include "crypto/crypto_types.h"
+#include "model/entity.h"
+
+class Address;
+class Certificate;
+class SecurityParameters;
+
+class VPNNode : public Entity {
+ public:
+  ~VPNNode() override;
+
+  // The name of the VPN; "*" when the statement gave none.
+  const Entity& Vpn() const { return *vpn_; }
+  const Entity& AddressReference() const { return *address_; }
+  const Entity& CertificateReference() const { return *certificate_; }
+  const Entity* TunnelReference() const { return tunnel_; }
+  Address* ResolvedAddress() const { return address_resolved_; }
+  Certificate* ResolvedCertificate() const { return certificate_resolved_; }
+  Address* ResolvedTunnel() const { return tunnel_resolved_; }
+
+  // CO_ADDRESS links the address and the tunnel, CO_CERTIFICATE the
+  // certificate, which must be of this gateway's kind.  Returns the number
+  // of errors, each reported on `out`.
+  int Resolve(Config_Objects kind, TList<Entity>& list, std::ostream& out) override;
+  int Refer(Config_Objects kind, const char* name, int print) const override;
+  void RenameReference(Config_Objects kind, const char* old_name, const char* new_name) override;
+
+  // The parameters of the traffic from this gateway's side to `peer`'s:
+  // this gateway's algorithms, the two certificates, tunnels and screens.
+  // Null when the peer is of another kind.  The caller owns the result.
+  virtual SecurityParameters* GenerateSecurityParameters(const VPNNode& peer) const = 0;
+  // The kind of certificate the gateway needs: IPSEC_IKE or IPSEC_SKIP.
+  virtual IPSEC_TYPE Type() const = 0;
+
+ protected:
+  // `tunnel` may be null; a null address or certificate becomes a
+  // placeholder, a null VPN "*".
+  VPNNode(const char* vpn, const char* address, const char* certificate, const char* tunnel,
+          const char* comment);
+
+  // Objects of one sort that new parameters are linked to.
+  struct LinkedObjects {
+    Config_Objects kind;
+    std::initializer_list<Entity*> objects;
+  };
+  // Gives `parameters`, which name the objects of gateways, the very
+  // objects the gateways resolved to, each sort against a list of only its
+  // objects so that names of different sorts never meet.
+  static void Link(SecurityParameters& parameters, std::initializer_list<LinkedObjects> sorts);
+  // Whether a reference of `kind` carries `name`; Refer reports a hit.
+  virtual bool RefersTo(Config_Objects kind, const char* name) const;
+  // A name this gateway's references don't know, reported on `out`: 1.
+  int Undefined(std::ostream& out, const Entity& reference, const char* word) const;
+
+ private:
+  Entity* vpn_;
+  Entity* address_;
+  Entity* certificate_;
+  Entity* tunnel_;
+  Address* address_resolved_ = nullptr;
+  Certificate* certificate_resolved_ = nullptr;
+  Address* tunnel_resolved_ = nullptr;
+};
+
+#endif
