@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "crypto/algorithm.h"
+#include "crypto/security_parameters.h"
 
 Entity* NewNameReference(const char* name) {
   return name != nullptr ? new Entity(name, nullptr, nullptr, 0) : nullptr;
@@ -32,4 +33,17 @@ Algorithm* LinkIkePhase1(const Entity* reference, screen_alg_type type, TList<En
   found->SetPhase(IKE_PHASE_IKE);
   if (found->IsInstalled(std::cout) != 0) *refused = true;
   return found;
+}
+
+void LinkNamedObjects(SecurityParameters& parameters, std::initializer_list<NamedObjects> sorts) {
+  for (const NamedObjects& sort : sorts) {
+    TList<Entity> list;
+    for (Entity* object : sort.objects)
+      if (object != nullptr) list.Append(*object);
+    const char* missing = nullptr;
+    bool skip_algorithm = sort.kind == CO_ALG_KEY || sort.kind == CO_ALG_DATA || sort.kind == CO_ALG_MAC ||
+                          sort.kind == CO_ALG_COMP;
+    if (skip_algorithm) parameters.ResolveSKIPAlgorithms(sort.kind, list, SKIP_V2, &missing);
+    else parameters.Resolve(sort.kind, list, &missing);
+  }
 }

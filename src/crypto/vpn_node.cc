@@ -13,10 +13,6 @@ namespace {
 const char kGatewayName[] = "VPNGateway";
 const int kVpnSet = 52;
 
-bool IsSkipAlgorithmKind(Config_Objects kind) {
-  return kind == CO_ALG_KEY || kind == CO_ALG_DATA || kind == CO_ALG_MAC || kind == CO_ALG_COMP;
-}
-
 }  // namespace
 
 VPNNode::VPNNode(const char* vpn, const char* address, const char* certificate, const char* tunnel,
@@ -78,15 +74,4 @@ void VPNNode::RenameReference(Config_Objects kind, const char* old_name, const c
     RenameNameReference(tunnel_, old_name, new_name);
   }
   if (kind == CO_CERTIFICATE) RenameNameReference(certificate_, old_name, new_name);
-}
-
-void VPNNode::Link(SecurityParameters& parameters, std::initializer_list<LinkedObjects> sorts) {
-  for (const LinkedObjects& sort : sorts) {
-    TList<Entity> list;
-    for (Entity* object : sort.objects)
-      if (object != nullptr) list.Append(*object);
-    const char* missing = nullptr;
-    if (IsSkipAlgorithmKind(sort.kind)) parameters.ResolveSKIPAlgorithms(sort.kind, list, SKIP_V2, &missing);
-    else parameters.Resolve(sort.kind, list, &missing);
-  }
 }

@@ -6,7 +6,6 @@
 #ifndef FW_CRYPTO_VPN_NODE_H
 #define FW_CRYPTO_VPN_NODE_H
 
-#include <initializer_list>
 #include <ostream>
 
 #include "crypto/crypto_types.h"
@@ -49,15 +48,6 @@ class VPNNode : public Entity {
   VPNNode(const char* vpn, const char* address, const char* certificate, const char* tunnel,
           const char* comment);
 
-  // Objects of one sort that new parameters are linked to.
-  struct LinkedObjects {
-    Config_Objects kind;
-    std::initializer_list<Entity*> objects;
-  };
-  // Gives `parameters`, which name the objects of gateways, the very
-  // objects the gateways resolved to, each sort against a list of only its
-  // objects so that names of different sorts never meet.
-  static void Link(SecurityParameters& parameters, std::initializer_list<LinkedObjects> sorts);
   // Whether a reference of `kind` carries `name`; Refer reports a hit.
   virtual bool RefersTo(Config_Objects kind, const char* name) const;
   // A name this gateway's references don't know, reported on `out`: 1.

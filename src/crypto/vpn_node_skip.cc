@@ -72,11 +72,11 @@ SecurityParameters* VPNNodeSkip::GenerateSecurityParameters(const VPNNode& peer)
                      algorithms_[1]->Name(),         algorithms_[2]->Name(),             algorithms_[3]->Name()};
   SecurityEnds ends = {NameOf(TunnelReference()), NameOf(peer.TunnelReference()), nullptr, nullptr, false};
   SecurityParameters* parameters = new SkipParameter(SKIP_V2, names, ends);
-  Link(*parameters, {{CO_ADDRESS, {ResolvedTunnel(), peer.ResolvedTunnel()}},
-                     {CO_CERTIFICATE, {ResolvedCertificate(), peer.ResolvedCertificate()}},
-                     {CO_ALG_KEY, {resolved_[0]}},
-                     {CO_ALG_DATA, {resolved_[1]}},
-                     {CO_ALG_MAC, {resolved_[2]}},
-                     {CO_ALG_COMP, {resolved_[3]}}});
+  LinkNamedObjects(*parameters, {{CO_ADDRESS, {ResolvedTunnel(), peer.ResolvedTunnel()}},
+                                  {CO_CERTIFICATE, {ResolvedCertificate(), peer.ResolvedCertificate()}},
+                                  {CO_ALG_KEY, {resolved_[0]}},
+                                  {CO_ALG_DATA, {resolved_[1]}},
+                                  {CO_ALG_MAC, {resolved_[2]}},
+                                  {CO_ALG_COMP, {resolved_[3]}}});
   return parameters;
 }

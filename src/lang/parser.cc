@@ -1096,7 +1096,7 @@ bool Parser::VpnGatewayIke() {
   bool ends = newer ? OptionalString(TOK_TUNNEL, &tunnel) && ScreenClause(&screen)
                     : ScreenClause(&screen) && OptionalString(TOK_TUNNEL, &tunnel);
   if (!ends || !CommentClause(&comment) || !Expect(';')) return false;
-  VpnIkeNames names = {encryption.c_str(), hash.c_str(), static_cast<unsigned>(group), method.c_str()};
+  IkeProposalNames names = {encryption.c_str(), hash.c_str(), static_cast<unsigned>(group), method.c_str()};
   config_.ThePolicy()->VPNNodes(*new VPNNodeIKE(vpn.c_str(), address.c_str(), names, certificate.c_str(),
                                                 esp.release(), ah.release(), Chars(tunnel), Chars(screen),
                                                 Chars(comment)));
