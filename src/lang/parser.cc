@@ -9,6 +9,9 @@
 #include <optional>
 #include <string>
 
+#include "crypto/acl.h"
+#include "crypto/acl_remote_ike.h"
+#include "crypto/acl_remote_skip.h"
 #include "crypto/algorithm.h"
 #include "crypto/certificate.h"
 #include "crypto/certificate_list.h"
@@ -174,6 +177,11 @@ class Parser {
   bool AhClause(IPsecIKEahParams** ah);
   bool PhaseTwo(Esp* esp, Ah* ah);
   bool VpnGatewayStatement();
+  bool AccessStatement();
+  // [STATUS | READ | WRITE | ALL]; none gives no access.
+  Access_Level Level();
+  bool AccessSkip(const std::string& user, Access_Level level, const std::string& address);
+  bool AccessIke();
   bool VpnGatewaySkip();
   bool VpnGatewayIke();
   // The security blocks of a rule.
@@ -304,6 +312,8 @@ bool Parser::Statement() {
       return NatStatement();
     case TOK_VPNGATEWAY:
       return VpnGatewayStatement();
+    case TOK_ACCESS:
+      return AccessStatement();
     default: {
       std::string name;
       return String(&name) && NamedStatement(name);
@@ -1043,6 +1053,79 @@ bool Parser::IkeBlock(Block* block) {
   IkeNames names = {encryption.c_str(), hash.c_str(), static_cast<unsigned>(group), method.c_str(),
                     certificate.c_str(), peer.empty() ? nullptr : peer.c_str()};
   block->reset(new SecurityParametersIKE(names, esp.release(), ah.release(), ends.Ends()));
+  return true;
+}
+
+// ACCESS user level [SCREEN screen] [COMMENT text] ;
+// ACCESS user level address SKIP_VERSION_n ... ;  ACCESS IKE user level address ... ;
+// IKE is a word of its own here, so a user of that name is quoted.
+bool Parser::AccessStatement() {
+  Next();
+  if (At(TOK_IKE)) return AccessIke();
+  std::string user;
+  if (!String(&user)) return false;
+  Access_Level level = Level();
+  if (At(TOK_STRING)) {
+    std::string address;
+    return String(&address) && AccessSkip(user, level, address);
+  }
+  Text screen, comment;
+  if (!Tail(&screen, &comment)) return false;
+  config_.ThePolicy()->ACLsLocal(*new ACL(user.c_str(), level, Chars(screen), Chars(comment)));
+  return true;
+}
+
+Access_Level Parser::Level() {
+  const int words[] = {TOK_STATUS, TOK_READ, TOK_WRITE, TOK_ALL};
+  for (int level = 0; level < 4; ++level)
+    if (Flag(words[level])) return static_cast<Access_Level>(level + 1);
+  return ACCESS_NONE;
+}
+
+// SKIP_VERSION_1 cert key data [TUNNEL name] [SCREEN screen] [COMMENT text] ;
+// SKIP_VERSION_2 cert key data mac compression [TUNNEL name] [SCREEN screen] [COMMENT text] ;
+bool Parser::AccessSkip(const std::string& user, Access_Level level, const std::string& address) {
+  if (!At(TOK_SKIP_VERSION_1) && !At(TOK_SKIP_VERSION_2)) return SyntaxError();
+  Skip_Version version = At(TOK_SKIP_VERSION_1) ? SKIP_V1 : SKIP_V2;
+  Next();
+  std::string certificate, algorithms[4];
+  if (!String(&certificate)) return false;
+  const char* names[4] = {nullptr, nullptr, nullptr, nullptr};
+  for (int type = 0; type < (version == SKIP_V1 ? 2 : 4); ++type) {
+    if (!String(&algorithms[type])) return false;
+    RegisterSkipAlgorithm(algorithms[type], static_cast<screen_alg_type>(type), version);
+    names[type] = algorithms[type].c_str();
+  }
+  Text tunnel, screen, comment;
+  if (!OptionalString(TOK_TUNNEL, &tunnel) || !Tail(&screen, &comment)) return false;
+  config_.ThePolicy()->ACLsRemote(*new ACLRemoteSkip(user.c_str(), level, address.c_str(), version,
+                                                     certificate.c_str(), names, Chars(tunnel), Chars(screen),
+                                                     Chars(comment)));
+  return true;
+}
+
+// ACCESS IKE user level address enc hash group auth cert [esp] [ah] [TUNNEL name | TRANSPORT] [SCREEN screen]
+//   [COMMENT text] ;
+bool Parser::AccessIke() {
+  Next();
+  std::string user, address, encryption, hash, method, certificate;
+  int group = 0;
+  if (!String(&user)) return false;
+  Access_Level level = Level();
+  if (!String(&address) || !String(&encryption) || !String(&hash) || !Number(&group) || !String(&method) ||
+      !String(&certificate))
+    return false;
+  for (const std::string* algorithm : {&encryption, &hash, &method}) RegisterAlgorithm(*algorithm);
+  Esp esp;
+  Ah ah;
+  Text tunnel, screen, comment;
+  if (!PhaseTwo(&esp, &ah)) return false;
+  bool transport = Flag(TOK_TRANSPORT);
+  if ((!transport && !OptionalString(TOK_TUNNEL, &tunnel)) || !Tail(&screen, &comment)) return false;
+  IkeProposalNames names = {encryption.c_str(), hash.c_str(), static_cast<unsigned>(group), method.c_str()};
+  config_.ThePolicy()->ACLsRemote(*new ACLRemoteIKE(user.c_str(), level, address.c_str(), names,
+                                                    certificate.c_str(), esp.release(), ah.release(), Chars(tunnel),
+                                                    transport, Chars(screen), Chars(comment)));
   return true;
 }
 

@@ -31,7 +31,7 @@ int OutputFiles::Generate(Ferrowall& screen, Policy& policy, Registry& registry,
   std::vector<TList<Entity>*> rules = {screen_admin_rules, policy_admin_rules, &policy.Rules().Items()};
   GeneratePolicyOutput(policy);
   GenerateRegistryOutput(screen, registry, rules, std::cerr);
-  return GenerateMoreOutput(screen, registry, rules);
+  return GenerateMoreOutput(screen, policy, registry, rules);
 }
 
 void OutputFiles::GeneratePolicyOutput(Policy& policy) {
@@ -131,12 +131,15 @@ void OutputFiles::GenerateCertificateGroups(const Registry& registry) {
   }
 }
 
-// Access entries aren't part of the build yet, so Remote.Access holds its
-// head and its end mark only.
-int OutputFiles::GenerateMoreOutput(Ferrowall& screen, Registry& registry, const std::vector<TList<Entity>*>& rules) {
+// Remote.Access comes after the IKE files: its IKE entries name the labels
+// that ike/config gave their rules.
+int OutputFiles::GenerateMoreOutput(Ferrowall& screen, const Policy& policy, Registry& registry,
+                                    const std::vector<TList<Entity>*>& rules) {
   int status = IKEWriter::GenerateIKEFiles(screen, registry, rules);
   if (IKEWriter::StopsOutput(status)) return status;
   std::ofstream out("Remote.Access");
-  out << kRemoteAccessHead << "\n# eof\n";
+  out << kRemoteAccessHead << '\n';
+  policy.GenerateAccessFile(out, registry);
+  out << "# eof\n";
   return status;
 }

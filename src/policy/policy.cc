@@ -5,6 +5,8 @@
 #include <iostream>
 #include <vector>
 
+#include "crypto/acl_remote.h"
+#include "crypto/certificate.h"
 #include "crypto/vpn_node.h"
 #include "crypto/vpn_set.h"
 #include "driver/fw_file.h"
@@ -14,6 +16,7 @@
 #include "policy/proxy_configs.h"
 #include "policy/rule.h"
 #include "screen/ferrowall.h"
+#include "services/service.h"
 #include "support/fwi18n.h"
 
 namespace {
@@ -440,16 +443,17 @@ void Policy::SetHARules(Entity& address) {
   }
 }
 
-// The remote access entries are checked here for what all of them need:
-// the service and a certificate the screen is administered with.  The rules
-// of the entries themselves join with the access entry classes.
+// A remote entry makes a rule only with the kind of certificate it needs;
+// an entry whose kind the screen can't offer is left without a rule and
+// without a message.
 TList<Entity>* Policy::GenerateAdminRules(Ferrowall& screen, Registry& registry) {
   TList<Entity>* rules = new TList<Entity>;
   if (acls_remote_.Items().Empty()) return rules;
-  Entity service("remote administration", nullptr, nullptr, 0);
-  if (service.FindSelf(registry.ServicesCompile(), 0) == nullptr) {
-    std::cerr << fwi18n_text(kPolicySet, 2, "Error: Service not defined.") << " (\"" << service.Name() << "\")"
-              << std::endl;
+  Entity service_name("remote administration", nullptr, nullptr, 0);
+  Service* service = dynamic_cast<Service*>(service_name.FindSelf(registry.ServicesCompile(), 0));
+  if (service == nullptr) {
+    std::cerr << fwi18n_text(kPolicySet, 2, "Error: Service not defined.") << " (\"" << service_name.Name()
+              << "\")" << std::endl;
     delete rules;
     return nullptr;
   }
@@ -466,5 +470,21 @@ TList<Entity>* Policy::GenerateAdminRules(Ferrowall& screen, Registry& registry)
     delete rules;
     return nullptr;
   }
+  Entity localhost_name("localhost", nullptr, nullptr, 0);
+  const Address* localhost = dynamic_cast<const Address*>(localhost_name.FindSelf(registry.Addresses(), 1));
+  for (TList_Cell<Entity>* cell = acls_remote_.Items().Head(); cell != nullptr && localhost != nullptr;
+       cell = cell->Next()) {
+    ACLRemote& entry = *static_cast<ACLRemote*>(cell->Data());
+    Entity* certificate = entry.IPsecType() == IPSEC_SKIP ? skip : entry.IPsecType() == IPSEC_IKE ? ike : nullptr;
+    if (certificate == nullptr) continue;
+    if (Rule* rule = entry.GenerateRule(*static_cast<Certificate*>(certificate), *service, *localhost))
+      rules->Append(*rule);
+  }
   return rules;
+}
+
+void Policy::GenerateAccessFile(std::ostream& out, const Registry& registry) const {
+  for (const OrderedEntityList* list : {&acls_local_, &acls_remote_})
+    for (TList_Cell<Entity>* cell = list->Items().Head(); cell != nullptr; cell = cell->Next())
+      static_cast<const ACL*>(cell->Data())->GenerateDataFile(out, registry);
 }

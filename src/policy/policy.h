@@ -110,8 +110,13 @@ class Policy : public Entity {
   // pair of the VPN's gateways that its addresses touch and that has
   // `screen` at one end; the last pair made stands first.
   void GenerateVPNRules(const Ferrowall& screen);
-  // The rules of the remote access entries, or null when they can't be made.
+  // The rules of the remote access entries, from their addresses to the
+  // screen's "localhost", or null, after a report, when the service for
+  // remote administration or an administrative certificate is missing.
   TList<Entity>* GenerateAdminRules(Ferrowall& screen, Registry& registry);
+  // The lines of the local, then the remote access entries in the file
+  // Remote.Access.
+  void GenerateAccessFile(std::ostream& out, const Registry& registry) const;
 
  private:
   // Verification stages: each returns the number of faults it reported.
