@@ -8,6 +8,7 @@
 
 #include "crypto/acl.h"
 #include "crypto/crypto_types.h"
+#include "crypto/secured_end.h"
 
 class Address;
 class Certificate;
@@ -17,12 +18,10 @@ class Service;
 
 class ACLRemote : public ACL {
  public:
-  ~ACLRemote() override;
-
   bool TransportMode() const { return transport_; }
-  Address* ResolvedAddress() const { return address_resolved_; }
-  Certificate* ResolvedCertificate() const { return certificate_resolved_; }
-  Address* ResolvedTunnel() const { return tunnel_resolved_; }
+  Address* ResolvedAddress() const { return end_.ResolvedAddress(); }
+  Certificate* ResolvedCertificate() const { return end_.ResolvedCertificate(); }
+  Address* ResolvedTunnel() const { return end_.ResolvedTunnel(); }
 
   // Besides the user: CO_ADDRESS links the address and the tunnel,
   // CO_CERTIFICATE the certificate, which must be of the entry's kind.
@@ -50,17 +49,12 @@ class ACLRemote : public ACL {
   virtual void GenerateDataRest(std::ostream& out, const Registry& registry) const = 0;
   // The allowed rule with `parameters` on its decrypting side.
   Rule* AdminRule(Service& service, const Address& local_address, const SecurityParameters& parameters) const;
-  const Entity& CertificateReference() const { return *certificate_; }
-  const Entity* TunnelReference() const { return tunnel_; }
+  const Entity& CertificateReference() const { return end_.CertificateReference(); }
+  const Entity* TunnelReference() const { return end_.TunnelReference(); }
 
  private:
   bool transport_;
-  Entity* address_;
-  Entity* certificate_;
-  Entity* tunnel_;
-  Address* address_resolved_ = nullptr;
-  Certificate* certificate_resolved_ = nullptr;
-  Address* tunnel_resolved_ = nullptr;
+  SecuredEnd end_;
 };
 
 #endif

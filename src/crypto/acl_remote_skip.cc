@@ -1,6 +1,5 @@
 #include "crypto/acl_remote_skip.h"
 
-#include <iostream>
 #include <memory>
 
 #include "crypto/algorithm.h"
@@ -12,76 +11,44 @@
 
 namespace {
 
-struct AlgorithmSlot {
-  Config_Objects kind;
-  const char* placeholder;
-  const char* word;
-  bool must_be_installed;
-};
-
-const AlgorithmSlot kSlots[4] = {
-    {CO_ALG_KEY, "Missing key algorithm", "KEY ALGORITHM", true},
-    {CO_ALG_DATA, "Missing data algorithm", "DATA ALGORITHM", true},
-    {CO_ALG_MAC, nullptr, "MAC ALGORITHM", true},
-    {CO_ALG_COMP, nullptr, "COMPRESSION ALGORITHM", false},
-};
+const char* const kPlaceholders[4] = {"Missing key algorithm", "Missing data algorithm", nullptr, nullptr};
 
 }  // namespace
 
 ACLRemoteSkip::ACLRemoteSkip(const char* user, Access_Level level, const char* address, Skip_Version version,
                              const char* certificate, const char* const algorithms[4], const char* tunnel,
                              const char* screen, const char* comment)
-    : ACLRemote(user, level, address, certificate, tunnel, false, screen, comment), version_(version) {
-  for (int slot = 0; slot < 4; ++slot)
-    algorithms_[slot] = NewNameReference(algorithms[slot] != nullptr ? algorithms[slot] : kSlots[slot].placeholder);
-}
-
-ACLRemoteSkip::~ACLRemoteSkip() {
-  for (Entity* algorithm : algorithms_) delete algorithm;
-}
-
-int ACLRemoteSkip::Slot(Config_Objects kind) {
-  for (int slot = 0; slot < 4; ++slot)
-    if (kSlots[slot].kind == kind) return slot;
-  return -1;
-}
+    : ACLRemote(user, level, address, certificate, tunnel, false, screen, comment),
+      version_(version),
+      algorithms_(algorithms, kPlaceholders) {}
 
 int ACLRemoteSkip::ResolveAlgorithms(Config_Objects kind, TList<Entity>& list, Skip_Version version,
                                      std::ostream& out) {
-  int slot = Slot(kind);
-  if (version != version_ || slot < 0 || algorithms_[slot] == nullptr) return 0;
-  resolved_[slot] = static_cast<Algorithm*>(algorithms_[slot]->FindSelf(list, 0));
-  if (resolved_[slot] == nullptr) {
-    NotDefined(out, algorithms_[slot]->Name(), kSlots[slot].word);
-    return 1;
-  }
-  return kSlots[slot].must_be_installed && resolved_[slot]->IsInstalled(std::cout) != 0;
+  return version == version_ ? algorithms_.Resolve(kind, list, *this, out) : 0;
 }
 
 bool ACLRemoteSkip::RefersTo(Config_Objects kind, const char* name) const {
-  int slot = Slot(kind);
-  return slot >= 0 ? NameReferenceIs(algorithms_[slot], name) : ACLRemote::RefersTo(kind, name);
+  return algorithms_.RefersTo(kind, name) || ACLRemote::RefersTo(kind, name);
 }
 
 void ACLRemoteSkip::RenameReference(Config_Objects kind, const char* old_name, const char* new_name) {
-  int slot = Slot(kind);
-  if (slot >= 0) RenameNameReference(algorithms_[slot], old_name, new_name);
+  algorithms_.Rename(kind, old_name, new_name);
   ACLRemote::RenameReference(kind, old_name, new_name);
 }
 
 Rule* ACLRemoteSkip::GenerateRule(Certificate& local_certificate, Service& service, const Address& local_address) {
   if (ResolvedCertificate()->IsLocal()) return nullptr;
-  auto name = [](const Entity* reference) { return reference != nullptr ? reference->Name() : nullptr; };
-  SkipNames names = {CertificateReference().Name(), local_certificate.Name(), name(algorithms_[0]),
-                     name(algorithms_[1]),          name(algorithms_[2]),     name(algorithms_[3])};
+  SkipNames names = {CertificateReference().Name(), local_certificate.Name(), algorithms_.Name(0),
+                     algorithms_.Name(1),            algorithms_.Name(2),      algorithms_.Name(3)};
+  const char* tunnel = TunnelReference() != nullptr ? TunnelReference()->Name() : nullptr;
   std::unique_ptr<SecurityParameters> parameters(
-      new SkipParameter(version_, names, {name(TunnelReference()), nullptr, nullptr, nullptr, false}));
+      new SkipParameter(version_, names, {tunnel, nullptr, nullptr, nullptr, false}));
   LinkNamedObjects(*parameters, {{CO_ADDRESS, {ResolvedTunnel()}},
                                  {CO_CERTIFICATE, {ResolvedCertificate(), &local_certificate}},
-                                 {CO_ALG_KEY, {resolved_[0]}},
-                                 {CO_ALG_DATA, {resolved_[1]}},
-                                 {CO_ALG_MAC, {resolved_[2]}},
-                                 {CO_ALG_COMP, {resolved_[3]}}});
+                                 {CO_ALG_KEY, {algorithms_.Resolved(0)}},
+                                 {CO_ALG_DATA, {algorithms_.Resolved(1)}},
+                                 {CO_ALG_MAC, {algorithms_.Resolved(2)}},
+                                 {CO_ALG_COMP, {algorithms_.Resolved(3)}}});
   parameters->Direction(DIRECTION_DECRYPT);
   return AdminRule(service, local_address, *parameters);
 }

@@ -5,8 +5,7 @@
 #define FW_CRYPTO_ACL_REMOTE_SKIP_H
 
 #include "crypto/acl_remote.h"
-
-class Algorithm;
+#include "crypto/skip_algorithms.h"
 
 class ACLRemoteSkip : public ACLRemote {
  public:
@@ -15,7 +14,6 @@ class ACLRemoteSkip : public ACLRemote {
   ACLRemoteSkip(const char* user, Access_Level level, const char* address, Skip_Version version,
                 const char* certificate, const char* const algorithms[4], const char* tunnel, const char* screen,
                 const char* comment);
-  ~ACLRemoteSkip() override;
 
   // The algorithm of the list of `kind`, when `version` is the entry's;
   // all but compression must be installed.
@@ -33,11 +31,8 @@ class ACLRemoteSkip : public ACLRemote {
   void GenerateDataRest(std::ostream& out, const Registry& registry) const override;
 
  private:
-  static int Slot(Config_Objects kind);
-
   Skip_Version version_;
-  Entity* algorithms_[4];
-  Algorithm* resolved_[4] = {nullptr, nullptr, nullptr, nullptr};
+  SkipAlgorithms algorithms_;
 };
 
 #endif

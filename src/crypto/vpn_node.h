@@ -9,10 +9,9 @@
 #include <ostream>
 
 #include "crypto/crypto_types.h"
+#include "crypto/secured_end.h"
 #include "model/entity.h"
 
-class Address;
-class Certificate;
 class SecurityParameters;
 
 class VPNNode : public Entity {
@@ -21,12 +20,12 @@ class VPNNode : public Entity {
 
   // The name of the VPN; "*" when the statement gave none.
   const Entity& Vpn() const { return *vpn_; }
-  const Entity& AddressReference() const { return *address_; }
-  const Entity& CertificateReference() const { return *certificate_; }
-  const Entity* TunnelReference() const { return tunnel_; }
-  Address* ResolvedAddress() const { return address_resolved_; }
-  Certificate* ResolvedCertificate() const { return certificate_resolved_; }
-  Address* ResolvedTunnel() const { return tunnel_resolved_; }
+  const Entity& AddressReference() const { return end_.AddressReference(); }
+  const Entity& CertificateReference() const { return end_.CertificateReference(); }
+  const Entity* TunnelReference() const { return end_.TunnelReference(); }
+  Address* ResolvedAddress() const { return end_.ResolvedAddress(); }
+  Certificate* ResolvedCertificate() const { return end_.ResolvedCertificate(); }
+  Address* ResolvedTunnel() const { return end_.ResolvedTunnel(); }
 
   // CO_ADDRESS links the address and the tunnel, CO_CERTIFICATE the
   // certificate, which must be of this gateway's kind.  Returns the number
@@ -55,12 +54,7 @@ class VPNNode : public Entity {
 
  private:
   Entity* vpn_;
-  Entity* address_;
-  Entity* certificate_;
-  Entity* tunnel_;
-  Address* address_resolved_ = nullptr;
-  Certificate* certificate_resolved_ = nullptr;
-  Address* tunnel_resolved_ = nullptr;
+  SecuredEnd end_;
 };
 
 #endif

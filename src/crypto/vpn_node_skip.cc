@@ -10,19 +10,8 @@
 
 namespace {
 
-struct AlgorithmSlot {
-  Config_Objects kind;
-  const char* placeholder;
-  const char* word;
-  bool must_be_installed;
-};
-
-const AlgorithmSlot kSlots[4] = {
-    {CO_ALG_KEY, "Missing Key Algorithm", "KEY ALGORITHM", true},
-    {CO_ALG_DATA, "Missing Data Algorithm", "DATA ALGORITHM", true},
-    {CO_ALG_MAC, "Missing MAC Algorithm", "MAC ALGORITHM", true},
-    {CO_ALG_COMP, "Missing Compression Algorith", "COMPRESSION ALGORITHM", false},
-};
+const char* const kPlaceholders[4] = {"Missing Key Algorithm", "Missing Data Algorithm", "Missing MAC Algorithm",
+                                      "Missing Compression Algorith"};
 
 const char* NameOf(const Entity* reference) { return reference != nullptr ? reference->Name() : nullptr; }
 
@@ -30,37 +19,18 @@ const char* NameOf(const Entity* reference) { return reference != nullptr ? refe
 
 VPNNodeSkip::VPNNodeSkip(const char* vpn, const char* address, const char* certificate,
                          const char* const algorithms[4], const char* tunnel, const char* comment)
-    : VPNNode(vpn, address, certificate, tunnel, comment) {
-  for (int slot = 0; slot < 4; ++slot)
-    algorithms_[slot] = NewNameReference(algorithms[slot] != nullptr ? algorithms[slot] : kSlots[slot].placeholder);
-}
-
-VPNNodeSkip::~VPNNodeSkip() {
-  for (Entity* algorithm : algorithms_) delete algorithm;
-}
-
-int VPNNodeSkip::Slot(Config_Objects kind) {
-  for (int slot = 0; slot < 4; ++slot)
-    if (kSlots[slot].kind == kind) return slot;
-  return -1;
-}
+    : VPNNode(vpn, address, certificate, tunnel, comment), algorithms_(algorithms, kPlaceholders) {}
 
 int VPNNodeSkip::Resolve(Config_Objects kind, TList<Entity>& list, std::ostream& out) {
-  int slot = Slot(kind);
-  if (slot < 0) return VPNNode::Resolve(kind, list, out);
-  resolved_[slot] = static_cast<Algorithm*>(FindNamed(algorithms_[slot], list));
-  if (resolved_[slot] == nullptr) return Undefined(out, *algorithms_[slot], kSlots[slot].word);
-  return kSlots[slot].must_be_installed && resolved_[slot]->IsInstalled(std::cout) != 0;
+  return VPNNode::Resolve(kind, list, out) + algorithms_.Resolve(kind, list, *this, out);
 }
 
 bool VPNNodeSkip::RefersTo(Config_Objects kind, const char* name) const {
-  int slot = Slot(kind);
-  return slot >= 0 ? NameReferenceIs(algorithms_[slot], name) : VPNNode::RefersTo(kind, name);
+  return algorithms_.RefersTo(kind, name) || VPNNode::RefersTo(kind, name);
 }
 
 void VPNNodeSkip::RenameReference(Config_Objects kind, const char* old_name, const char* new_name) {
-  int slot = Slot(kind);
-  if (slot >= 0) RenameNameReference(algorithms_[slot], old_name, new_name);
+  algorithms_.Rename(kind, old_name, new_name);
   VPNNode::RenameReference(kind, old_name, new_name);
 }
 
@@ -68,15 +38,15 @@ void VPNNodeSkip::RenameReference(Config_Objects kind, const char* old_name, con
 // tunnels name both ends.  SKIP pairs name no screens.
 SecurityParameters* VPNNodeSkip::GenerateSecurityParameters(const VPNNode& peer) const {
   if (peer.Type() != IPSEC_SKIP) return nullptr;
-  SkipNames names = {CertificateReference().Name(), peer.CertificateReference().Name(), algorithms_[0]->Name(),
-                     algorithms_[1]->Name(),         algorithms_[2]->Name(),             algorithms_[3]->Name()};
+  SkipNames names = {CertificateReference().Name(), peer.CertificateReference().Name(), algorithms_.Name(0),
+                     algorithms_.Name(1),            algorithms_.Name(2),                algorithms_.Name(3)};
   SecurityEnds ends = {NameOf(TunnelReference()), NameOf(peer.TunnelReference()), nullptr, nullptr, false};
   SecurityParameters* parameters = new SkipParameter(SKIP_V2, names, ends);
   LinkNamedObjects(*parameters, {{CO_ADDRESS, {ResolvedTunnel(), peer.ResolvedTunnel()}},
                                   {CO_CERTIFICATE, {ResolvedCertificate(), peer.ResolvedCertificate()}},
-                                  {CO_ALG_KEY, {resolved_[0]}},
-                                  {CO_ALG_DATA, {resolved_[1]}},
-                                  {CO_ALG_MAC, {resolved_[2]}},
-                                  {CO_ALG_COMP, {resolved_[3]}}});
+                                  {CO_ALG_KEY, {algorithms_.Resolved(0)}},
+                                  {CO_ALG_DATA, {algorithms_.Resolved(1)}},
+                                  {CO_ALG_MAC, {algorithms_.Resolved(2)}},
+                                  {CO_ALG_COMP, {algorithms_.Resolved(3)}}});
   return parameters;
 }

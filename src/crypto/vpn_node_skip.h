@@ -3,9 +3,8 @@
 #ifndef FW_CRYPTO_VPN_NODE_SKIP_H
 #define FW_CRYPTO_VPN_NODE_SKIP_H
 
+#include "crypto/skip_algorithms.h"
 #include "crypto/vpn_node.h"
-
-class Algorithm;
 
 class VPNNodeSkip : public VPNNode {
  public:
@@ -13,7 +12,6 @@ class VPNNodeSkip : public VPNNode {
   // order; a null one becomes a placeholder.  `tunnel` may be null.
   VPNNodeSkip(const char* vpn, const char* address, const char* certificate, const char* const algorithms[4],
               const char* tunnel, const char* comment);
-  ~VPNNodeSkip() override;
 
   // Besides the base's kinds: each of the four SKIP algorithm kinds links
   // its algorithm from the version 2 list; all but compression must be
@@ -27,11 +25,7 @@ class VPNNodeSkip : public VPNNode {
   bool RefersTo(Config_Objects kind, const char* name) const override;
 
  private:
-  // The slot of a SKIP algorithm kind, or -1.
-  static int Slot(Config_Objects kind);
-
-  Entity* algorithms_[4];
-  Algorithm* resolved_[4] = {nullptr, nullptr, nullptr, nullptr};
+  SkipAlgorithms algorithms_;
 };
 
 #endif
