@@ -22,6 +22,12 @@ ACLRemoteSkip::ACLRemoteSkip(const char* user, Access_Level level, const char* a
       version_(version),
       algorithms_(algorithms, kPlaceholders) {}
 
+int ACLRemoteSkip::Resolve(Config_Objects kind, TList<Entity>& list, std::ostream& out) {
+  if (kind != CO_CERTIFICATE || version_ != SKIP_V1) return ACLRemote::Resolve(kind, list, out);
+  SkipParameter::ReportVersion1();
+  return 1;
+}
+
 int ACLRemoteSkip::ResolveAlgorithms(Config_Objects kind, TList<Entity>& list, Skip_Version version,
                                      std::ostream& out) {
   return version == version_ ? algorithms_.Resolve(kind, list, *this, out) : 0;
@@ -53,8 +59,6 @@ Rule* ACLRemoteSkip::GenerateRule(Certificate& local_certificate, Service& servi
   return AdminRule(service, local_address, *parameters);
 }
 
-// An entry of version 1 is written as version 2 all the same: the key
-// managers read only the one word.
 void ACLRemoteSkip::GenerateDataRest(std::ostream& out, const Registry&) const {
   if (ResolvedCertificate() != nullptr) ResolvedCertificate()->Dump(out, "\tSKIP_VERSION_2", "", 1);
   out << "\t;\n";

@@ -15,6 +15,10 @@ class ACLRemoteSkip : public ACLRemote {
                 const char* certificate, const char* const algorithms[4], const char* tunnel, const char* screen,
                 const char* comment);
 
+  // Besides the base's kinds: the certificate pass refuses an entry of
+  // version 1, which the key managers no longer support, as rules are
+  // refused.
+  int Resolve(Config_Objects kind, TList<Entity>& list, std::ostream& out) override;
   // The algorithm of the list of `kind`, when `version` is the entry's;
   // all but compression must be installed.
   int ResolveAlgorithms(Config_Objects kind, TList<Entity>& list, Skip_Version version,

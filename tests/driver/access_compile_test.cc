@@ -28,14 +28,16 @@ const char kConfiguration[] =
     "ACCESS IKE carol desk \"DES\" \"MD5\" 1 \"RSA-SIGNATURES\" \"branch ike\" ;\n"
     "ACCESS dave WRITE desk SKIP_VERSION_2 \"desk group\" \"DES-CBC\" \"DES-CBC\" \"MD5\" \"NONE\" ;\n";
 
+int Compile(CompilerRun& run, const std::string& more) {
+  run.Write("estate.conf", std::string(kStarServiceEngines) + kConfiguration + more);
+  run.Write("gw.host", "interface qe0 10.1.0.1/24\ninterface qe1 10.2.0.1/24\nskip-local-key 1 0a020001\n");
+  return run.Run("-s gw -f " + run.Path("estate.conf") + " -o out", "/dev/null",
+                 "FERROWALL_HOST=" + run.Path("gw.host"));
+}
+
 TEST(AccessCompileTest, OnlyEntriesTheScreenCanServeMakeRulesButAllAreListed) {
   CompilerRun run;
-  run.Write("estate.conf", std::string(kStarServiceEngines) + kConfiguration);
-  run.Write("gw.host", "interface qe0 10.1.0.1/24\ninterface qe1 10.2.0.1/24\nskip-local-key 1 0a020001\n");
-  ASSERT_EQ(run.Run("-s gw -f " + run.Path("estate.conf") + " -o out", "/dev/null",
-                    "FERROWALL_HOST=" + run.Path("gw.host")),
-            0)
-      << run.Err();
+  ASSERT_EQ(Compile(run, ""), 0) << run.Err();
   // A group names each member's key on a line of its own; the excluded
   // member follows without the prefix.
   EXPECT_EQ(run.Read("out/Remote.Access"),
@@ -54,6 +56,13 @@ TEST(AccessCompileTest, OnlyEntriesTheScreenCanServeMakeRulesButAllAreListed) {
   EXPECT_NE(programs.find("/*RULE\t\"remote administration\"  \"desk\"  \"Protected\"  SKIP_VERSION_2  \"desk group\""),
             std::string::npos);
   EXPECT_EQ(run.Read("out/ike/config"), "");
+}
+
+// Version 1 is refused for access entries as for rules.
+TEST(AccessCompileTest, SkipVersion1EntryIsRefused) {
+  CompilerRun run;
+  EXPECT_EQ(Compile(run, "ACCESS erin desk SKIP_VERSION_1 \"branch skip\" \"DES-CBC\" \"DES-CBC\" ;\n"), 245);
+  EXPECT_EQ(run.Err(), "SKIP_VERSION_1 not supported in this release\ncompiler error\n");
 }
 
 }  // namespace
