@@ -20,11 +20,6 @@ VPNNode::VPNNode(const char* vpn, const char* address, const char* certificate, 
 
 VPNNode::~VPNNode() { delete vpn_; }
 
-int VPNNode::Undefined(std::ostream& out, const Entity& reference, const char* word) const {
-  NotDefined(out, reference.Name(), word);
-  return 1;
-}
-
 int VPNNode::Resolve(Config_Objects kind, TList<Entity>& list, std::ostream& out) {
   return end_.Resolve(kind, list, Type(),
                       fwi18n_text(kVpnSet, 1, "Error: VPNGateway refers to invalid Certificate type: "), *this, out);

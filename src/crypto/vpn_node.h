@@ -49,8 +49,6 @@ class VPNNode : public Entity {
 
   // Whether a reference of `kind` carries `name`; Refer reports a hit.
   virtual bool RefersTo(Config_Objects kind, const char* name) const;
-  // A name this gateway's references don't know, reported on `out`: 1.
-  int Undefined(std::ostream& out, const Entity& reference, const char* word) const;
 
  private:
   Entity* vpn_;

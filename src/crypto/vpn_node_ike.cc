@@ -24,7 +24,9 @@ int VPNNodeIKE::Resolve(Config_Objects kind, TList<Entity>& list, std::ostream& 
   if (kind != CO_SCREEN) return VPNNode::Resolve(kind, list, out);
   if (screen_ == nullptr) return 0;
   screen_resolved_ = dynamic_cast<Ferrowall*>(FindNamed(screen_, list));
-  return screen_resolved_ == nullptr ? Undefined(out, *screen_, "FERROWALL") : 0;
+  if (screen_resolved_ != nullptr) return 0;
+  NotDefined(out, screen_->Name(), "FERROWALL");
+  return 1;
 }
 
 bool VPNNodeIKE::RefersTo(Config_Objects kind, const char* name) const {
