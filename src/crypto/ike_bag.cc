@@ -39,11 +39,8 @@ void Skipping(std::ostream& out, uint32_t local, const Range& locals, uint32_t r
 }  // namespace
 
 IKEBag::IKEBag(unsigned label, const SecurityParametersIKE& parameters, const IKEBagEnd& local,
-               const IKEBagEnd& remote)
-    : label_(label),
-      parameters_(&parameters),
-      local_(local),
-      remote_(remote) {}
+               const IKEBagEnd& remote, int origin_id)
+    : label_(label), parameters_(&parameters), local_(local), remote_(remote), origin_id_(origin_id) {}
 
 bool IKEBag::Equal(const IKEBag& other) const {
   if (label_ == other.label_) return true;

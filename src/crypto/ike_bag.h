@@ -21,7 +21,10 @@ struct IKEBagEnd {
 
 class IKEBag {
  public:
-  IKEBag(unsigned label, const SecurityParametersIKE& parameters, const IKEBagEnd& local, const IKEBagEnd& remote);
+  // `origin_id` is the unique id of the policy or access rule the entry
+  // comes from, -1 for none.
+  IKEBag(unsigned label, const SecurityParametersIKE& parameters, const IKEBagEnd& local, const IKEBagEnd& remote,
+         int origin_id = -1);
 
   // The same label, or the same kind of authentication between the same
   // ends with the same identities.
@@ -33,6 +36,7 @@ class IKEBag {
   int GenerateIKEPreshared(std::ostream& out) const;
 
   unsigned Label() const { return label_; }
+  int OriginId() const { return origin_id_; }
 
  private:
   // The key text, or null when the local end names no manual key.
@@ -42,6 +46,7 @@ class IKEBag {
   const SecurityParametersIKE* parameters_;
   IKEBagEnd local_;
   IKEBagEnd remote_;
+  int origin_id_;
 };
 
 #endif

@@ -11,3 +11,9 @@ int IKEBagList::GenerateIKEPreshared(std::ostream& out) const {
     if (int status = bag.GenerateIKEPreshared(out)) return status;
   return 0;
 }
+
+unsigned IKEBagList::FindRuleLabel(unsigned origin_id) const {
+  for (const IKEBag& bag : bags_)
+    if (bag.OriginId() >= 0 && static_cast<unsigned>(bag.OriginId()) == origin_id) return bag.Label();
+  return 0;
+}

@@ -16,6 +16,9 @@ class IKEBagList {
   // Each bag's pre-shared entries in order, up to the first failure;
   // returns its status, or 0.
   int GenerateIKEPreshared(std::ostream& out) const;
+  // The label of the first bag kept for the rule of `origin_id`; 0 when
+  // none is.
+  unsigned FindRuleLabel(unsigned origin_id) const;
 
  private:
   std::vector<IKEBag> bags_;

@@ -45,6 +45,10 @@ void IKEGenerationBag::MergeIntoISAKMP(Address& local) {
 int IKEGenerationBag::AddRule(const Rule& rule, const SecurityParametersIKE& parameters, const IKEBagEnd& local,
                               const IKEBagEnd& remote) {
   if (rule.IKE_RuleNum() == 0) return kPhaseError;
-  bags_.Append(IKEBag(rule.IKE_RuleNum(), parameters, local, remote));
+  bags_.Append(IKEBag(rule.IKE_RuleNum(), parameters, local, remote, rule.Origin()->UniqueID()));
   return 0;
+}
+
+std::ostream& IKEGenerationBag::OutputRuleLabel(std::ostream& out, unsigned origin_id) const {
+  return out << "\tIKE_LABEL \"" << bags_.FindRuleLabel(origin_id) << "\" ";
 }

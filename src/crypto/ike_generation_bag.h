@@ -30,6 +30,9 @@ class IKEGenerationBag {
   int AddRule(const Rule& rule, const SecurityParametersIKE& parameters, const IKEBagEnd& local,
               const IKEBagEnd& remote);
   int GenerateIKEPreshared(std::ostream& out) const { return bags_.GenerateIKEPreshared(out); }
+  // "\tIKE_LABEL \"<label>\" " with the label of the first entry kept for
+  // the rule of `origin_id`, 0 when there is none.
+  std::ostream& OutputRuleLabel(std::ostream& out, unsigned origin_id) const;
 
   // The last label given; 0 while no rule uses IKE.
   unsigned RuleCount() const { return rule_count_; }

@@ -86,6 +86,8 @@ class SecurityParameters {
 
   IPSEC_TYPE Type() const { return type_; }
   Security_Direction Direction() const { return direction_; }
+  // For parameters made where the direction is known without asking.
+  void Direction(Security_Direction direction) { direction_ = direction; }
   bool TransportMode() const { return transport_; }
   const Entity* SourceTunnel() const { return source_tunnel_; }
   const Entity* DestinationTunnel() const { return destination_tunnel_; }
@@ -101,7 +103,6 @@ class SecurityParameters {
   // Copies the names and private copies of the tunnels; links are shared.
   SecurityParameters(const SecurityParameters& other);
 
-  void Direction(Security_Direction direction) { direction_ = direction; }
   // TRANSPORT, or the tunnel clauses; then the screen clauses.
   std::ostream& PrintEnds(std::ostream& out) const;
 

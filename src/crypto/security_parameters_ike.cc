@@ -51,16 +51,6 @@ int ScreenSide(const Entity* reference, const Ferrowall& screen) {
 
 bool IsGroup(const Certificate* certificate) { return certificate != nullptr && certificate->Type() == 1; }
 
-// Links a phase 1 algorithm, which must be valid for IKE itself.
-Algorithm* LinkPhase1(const Entity* reference, screen_alg_type type, TList<Entity>& list, bool* refused) {
-  Algorithm* found = static_cast<Algorithm*>(FindNamed(reference, list));
-  if (found == nullptr) return nullptr;
-  found->SetType(type);
-  found->SetPhase(IKE_PHASE_IKE);
-  if (found->IsInstalled(std::cout) != 0) *refused = true;
-  return found;
-}
-
 }  // namespace
 
 SecurityParametersIKE::SecurityParametersIKE(const IkeNames& names, IPsecIKEespParams* esp, IPsecIKEahParams* ah,
@@ -139,7 +129,7 @@ Resolve_Error SecurityParametersIKE::ResolveAlgorithms(TList<Entity>& list, cons
   for (auto [reference, type, resolved] : {std::tuple{encryption_, ALG_ENCRYPTION, &encryption_resolved_},
                                            std::tuple{hash_, ALG_AUTHENTICATION, &hash_resolved_}}) {
     if (reference == nullptr) continue;
-    *resolved = LinkPhase1(reference, type, list, &refused);
+    *resolved = LinkIkePhase1(reference, type, list, &refused);
     *name = reference->Name();
     if (*resolved == nullptr) return RESOLVE_NOT_FOUND;
   }

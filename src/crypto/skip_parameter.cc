@@ -76,11 +76,15 @@ SkipParameter::~SkipParameter() {
 
 SecurityParameters* SkipParameter::Clone() const { return new SkipParameter(*this); }
 
+void SkipParameter::ReportVersion1() {
+  std::cerr << kVersion1 << fwi18n_text(kSet, 1, " not supported in this release") << std::endl;
+}
+
 Resolve_Error SkipParameter::Resolve(Config_Objects kind, TList<Entity>& list, const char** name) {
   Resolve_Error answer = SecurityParameters::Resolve(kind, list, name);
   if (answer != RESOLVE_OK) return answer;
   if (version_ == SKIP_V1) {
-    std::cerr << kVersion1 << fwi18n_text(kSet, 1, " not supported in this release") << std::endl;
+    ReportVersion1();
     *name = kVersion1;
     return RESOLVE_ALREADY_REPORTED;
   }

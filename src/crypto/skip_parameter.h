@@ -51,6 +51,8 @@ class SkipParameter : public SecurityParameters {
   bool UsesCertificateGroup() const override;
 
   Skip_Version Version() const { return version_; }
+  // The refusal of version 1 on the standard error stream.
+  static void ReportVersion1();
   Certificate* SourceCertificateResolved() const { return source_certificate_resolved_; }
   Certificate* DestinationCertificateResolved() const { return destination_certificate_resolved_; }
   Algorithm* KeyAlg() const { return resolved_[0]; }

@@ -10,6 +10,9 @@
 #include <optional>
 #include <string>
 
+#include "crypto/acl.h"
+#include "crypto/acl_remote_ike.h"
+#include "crypto/acl_remote_skip.h"
 #include "crypto/algorithm.h"
 #include "crypto/certificate.h"
 #include "crypto/certificate_list.h"
@@ -19,6 +22,8 @@
 #include "crypto/security_parameters_ike.h"
 #include "crypto/security_parameters_man.h"
 #include "crypto/skip_parameter.h"
+#include "crypto/vpn_node_ike.h"
+#include "crypto/vpn_node_skip.h"
 #include "driver/configuration.h"
 #include "driver/fw_file.h"
 #include "lang/scanner.h"
@@ -62,6 +67,8 @@ bool CarriesString(int token) { return token == TOK_STRING || token == TOK_ALIEN
 using Block = std::unique_ptr<SecurityParameters>;
 using Proxy = std::unique_ptr<ProxyData>;
 using Manual = std::unique_ptr<IPsecManParameters>;
+using Esp = std::unique_ptr<IPsecIKEespParams>;
+using Ah = std::unique_ptr<IPsecIKEahParams>;
 
 // The tunnel and screen clauses that end a security block.
 struct EndTexts {
@@ -172,6 +179,15 @@ class Parser {
   bool StealthNetwork(simplerange* network);
   bool EspClause(IPsecIKEespParams** esp);
   bool AhClause(IPsecIKEahParams** ah);
+  bool PhaseTwo(Esp* esp, Ah* ah);
+  bool VpnGatewayStatement();
+  bool AccessStatement();
+  // [STATUS | READ | WRITE | ALL]; none gives no access.
+  Access_Level Level();
+  bool AccessSkip(const std::string& user, Access_Level level, const std::string& address);
+  bool AccessIke();
+  bool VpnGatewaySkip();
+  bool VpnGatewayIke();
   // The security blocks of a rule.
   bool AtSecurityBlock() const { return At(TOK_SKIP_VERSION_1) || At(TOK_SKIP_VERSION_2) || At(TOK_MANUAL) || At(TOK_IKE); }
   bool SecurityBlock(Block* block);
@@ -303,6 +319,10 @@ bool Parser::Statement() {
       return RuleStatement();
     case TOK_NAT:
       return NatStatement();
+    case TOK_VPNGATEWAY:
+      return VpnGatewayStatement();
+    case TOK_ACCESS:
+      return AccessStatement();
     default: {
       std::string name;
       return String(&name) && NamedStatement(name);
@@ -1024,6 +1044,17 @@ bool Parser::ManualAh(EspForm form, ManualTexts* texts) {
   return true;
 }
 
+// [esp] [ah]
+bool Parser::PhaseTwo(Esp* esp, Ah* ah) {
+  IPsecIKEespParams* esp_made = nullptr;
+  IPsecIKEahParams* ah_made = nullptr;
+  bool esp_read = EspClause(&esp_made);
+  esp->reset(esp_made);
+  if (!esp_read || !AhClause(&ah_made)) return false;
+  ah->reset(ah_made);
+  return true;
+}
+
 // IKE enc hash [group-n] auth cert peer [esp] [ah] ends; an empty peer
 // means a pre-shared key, which cert names.
 bool Parser::IkeBlock(Block* block) {
@@ -1034,17 +1065,144 @@ bool Parser::IkeBlock(Block* block) {
   if (At(TOK_NUMBER) && !Number(&group)) return false;
   if (!String(&method) || !String(&certificate) || !String(&peer)) return false;
   for (const std::string* algorithm : {&encryption, &hash, &method}) RegisterAlgorithm(*algorithm);
-  IPsecIKEespParams* esp_made = nullptr;
-  IPsecIKEahParams* ah_made = nullptr;
-  bool esp_read = EspClause(&esp_made);
-  std::unique_ptr<IPsecIKEespParams> esp(esp_made);
-  if (!esp_read || !AhClause(&ah_made)) return false;
-  std::unique_ptr<IPsecIKEahParams> ah(ah_made);
+  Esp esp;
+  Ah ah;
+  if (!PhaseTwo(&esp, &ah)) return false;
   EndTexts ends;
   if (!EndsClause(true, &ends)) return false;
   IkeNames names = {encryption.c_str(), hash.c_str(), static_cast<unsigned>(group), method.c_str(),
                     certificate.c_str(), peer.empty() ? nullptr : peer.c_str()};
   block->reset(new SecurityParametersIKE(names, esp.release(), ah.release(), ends.Ends()));
+  return true;
+}
+
+// ACCESS user level [SCREEN screen] [COMMENT text] ;
+// ACCESS user level address SKIP_VERSION_n ... ;  ACCESS IKE user level address ... ;
+// IKE is a word of its own here, so a user of that name is quoted.
+bool Parser::AccessStatement() {
+  Next();
+  if (At(TOK_IKE)) return AccessIke();
+  std::string user;
+  if (!String(&user)) return false;
+  Access_Level level = Level();
+  if (At(TOK_STRING)) {
+    std::string address;
+    return String(&address) && AccessSkip(user, level, address);
+  }
+  Text screen, comment;
+  if (!Tail(&screen, &comment)) return false;
+  config_.ThePolicy()->ACLsLocal(*new ACL(user.c_str(), level, Chars(screen), Chars(comment)));
+  return true;
+}
+
+Access_Level Parser::Level() {
+  const int words[] = {TOK_STATUS, TOK_READ, TOK_WRITE, TOK_ALL};
+  for (int level = 0; level < 4; ++level)
+    if (Flag(words[level])) return static_cast<Access_Level>(level + 1);
+  return ACCESS_NONE;
+}
+
+// SKIP_VERSION_1 cert key data [TUNNEL name] [SCREEN screen] [COMMENT text] ;
+// SKIP_VERSION_2 cert key data mac compression [TUNNEL name] [SCREEN screen] [COMMENT text] ;
+bool Parser::AccessSkip(const std::string& user, Access_Level level, const std::string& address) {
+  if (!At(TOK_SKIP_VERSION_1) && !At(TOK_SKIP_VERSION_2)) return SyntaxError();
+  Skip_Version version = At(TOK_SKIP_VERSION_1) ? SKIP_V1 : SKIP_V2;
+  Next();
+  std::string certificate, algorithms[4];
+  if (!String(&certificate)) return false;
+  const char* names[4] = {nullptr, nullptr, nullptr, nullptr};
+  for (int type = 0; type < (version == SKIP_V1 ? 2 : 4); ++type) {
+    if (!String(&algorithms[type])) return false;
+    RegisterSkipAlgorithm(algorithms[type], static_cast<screen_alg_type>(type), version);
+    names[type] = algorithms[type].c_str();
+  }
+  Text tunnel, screen, comment;
+  if (!OptionalString(TOK_TUNNEL, &tunnel) || !Tail(&screen, &comment)) return false;
+  config_.ThePolicy()->ACLsRemote(*new ACLRemoteSkip(user.c_str(), level, address.c_str(), version,
+                                                     certificate.c_str(), names, Chars(tunnel), Chars(screen),
+                                                     Chars(comment)));
+  return true;
+}
+
+// ACCESS IKE user level address enc hash group auth cert [esp] [ah] [TUNNEL name | TRANSPORT] [SCREEN screen]
+//   [COMMENT text] ;
+bool Parser::AccessIke() {
+  Next();
+  std::string user, address, encryption, hash, method, certificate;
+  int group = 0;
+  if (!String(&user)) return false;
+  Access_Level level = Level();
+  if (!String(&address) || !String(&encryption) || !String(&hash) || !Number(&group) || !String(&method) ||
+      !String(&certificate))
+    return false;
+  for (const std::string* algorithm : {&encryption, &hash, &method}) RegisterAlgorithm(*algorithm);
+  Esp esp;
+  Ah ah;
+  Text tunnel, screen, comment;
+  if (!PhaseTwo(&esp, &ah)) return false;
+  bool transport = Flag(TOK_TRANSPORT);
+  if ((!transport && !OptionalString(TOK_TUNNEL, &tunnel)) || !Tail(&screen, &comment)) return false;
+  IkeProposalNames names = {encryption.c_str(), hash.c_str(), static_cast<unsigned>(group), method.c_str()};
+  config_.ThePolicy()->ACLsRemote(*new ACLRemoteIKE(user.c_str(), level, address.c_str(), names,
+                                                    certificate.c_str(), esp.release(), ah.release(), Chars(tunnel),
+                                                    transport, Chars(screen), Chars(comment)));
+  return true;
+}
+
+bool Parser::VpnGatewayStatement() {
+  Next();
+  return At(TOK_IKE) ? VpnGatewayIke() : VpnGatewaySkip();
+}
+
+// VPNGATEWAY vpn address cert KEYS key DATAS data MACS mac COMPRESSIONS comp [TUNNEL name] [COMMENT text] ;
+bool Parser::VpnGatewaySkip() {
+  std::string vpn, address, certificate, algorithms[4];
+  if (!String(&vpn) || !String(&address) || !String(&certificate)) return false;
+  const int words[4] = {TOK_KEYS, TOK_DATAS, TOK_MACS, TOK_COMPRESSIONS};
+  for (int type = 0; type < 4; ++type) {
+    if (!Expect(words[type]) || !String(&algorithms[type])) return false;
+    RegisterSkipAlgorithm(algorithms[type], static_cast<screen_alg_type>(type));
+  }
+  Text tunnel, comment;
+  if (!OptionalString(TOK_TUNNEL, &tunnel) || !CommentClause(&comment) || !Expect(';')) return false;
+  const char* names[4] = {algorithms[0].c_str(), algorithms[1].c_str(), algorithms[2].c_str(),
+                          algorithms[3].c_str()};
+  config_.ThePolicy()->VPNNodes(*new VPNNodeSkip(vpn.c_str(), address.c_str(), certificate.c_str(), names,
+                                                 Chars(tunnel), Chars(comment)));
+  return true;
+}
+
+// VPNGATEWAY IKE vpn address enc hash group auth cert [esp] [ah] [TUNNEL name] [SCREEN screen] [COMMENT text] ;
+// VPNGATEWAY IKE vpn address cert auth enc hash [esp] [ah] [SCREEN screen] [TUNNEL name] [COMMENT text] ;
+// The older form has no group, so a number in the fifth place tells the
+// newer one.
+bool Parser::VpnGatewayIke() {
+  Next();
+  std::string vpn, address, third, fourth, encryption, hash, method, certificate;
+  int group = 1;
+  if (!String(&vpn) || !String(&address) || !String(&third) || !String(&fourth)) return false;
+  bool newer = At(TOK_NUMBER);
+  if (newer) {
+    encryption = third;
+    hash = fourth;
+    if (!Number(&group) || !String(&method) || !String(&certificate)) return false;
+  } else {
+    certificate = third;
+    method = fourth;
+    if (!String(&encryption) || !String(&hash)) return false;
+  }
+  for (const std::string* algorithm : {&encryption, &hash, &method}) RegisterAlgorithm(*algorithm);
+  Esp esp;
+  Ah ah;
+  Text tunnel, screen, comment;
+  if (!PhaseTwo(&esp, &ah)) return false;
+  bool ends = newer ? OptionalString(TOK_TUNNEL, &tunnel) && ScreenClause(&screen)
+                    : ScreenClause(&screen) && OptionalString(TOK_TUNNEL, &tunnel);
+  if (!ends || !CommentClause(&comment) || !Expect(';')) return false;
+  IkeProposalNames names = {encryption.c_str(), hash.c_str(), static_cast<unsigned>(group), method.c_str()};
+  config_.ThePolicy()->VPNNodes(*new VPNNodeIKE(vpn.c_str(), address.c_str(), names, certificate.c_str(),
+                                                esp.release(), ah.release(), Chars(tunnel), Chars(screen),
+                                                Chars(comment)));
   return true;
 }
 

@@ -32,7 +32,7 @@ int OutputFiles::Generate(Ferrowall& screen, Policy& policy, Registry& registry,
   std::vector<TList<Entity>*> rules = {screen_admin_rules, policy_admin_rules, &policy.Rules().Items()};
   GeneratePolicyOutput(policy);
   GenerateRegistryOutput(screen, registry, rules, std::cerr);
-  int code = GenerateMoreOutput(screen, registry, rules);
+  int code = GenerateMoreOutput(screen, policy, registry, rules);
   return code == 0 && OutputFile::Failures() != 0 ? kCouldNotWriteFile : code;
 }
 
@@ -133,12 +133,15 @@ void OutputFiles::GenerateCertificateGroups(const Registry& registry) {
   }
 }
 
-// Access entries aren't part of the build yet, so Remote.Access holds its
-// head and its end mark only.
-int OutputFiles::GenerateMoreOutput(Ferrowall& screen, Registry& registry, const std::vector<TList<Entity>*>& rules) {
+// Remote.Access comes after the IKE files: its IKE entries name the labels
+// that ike/config gave their rules.
+int OutputFiles::GenerateMoreOutput(Ferrowall& screen, const Policy& policy, Registry& registry,
+                                    const std::vector<TList<Entity>*>& rules) {
   int status = IKEWriter::GenerateIKEFiles(screen, registry, rules);
   if (IKEWriter::StopsOutput(status)) return status;
   OutputFile out("Remote.Access");
-  out << kRemoteAccessHead << "\n# eof\n";
+  out << kRemoteAccessHead << '\n';
+  policy.GenerateAccessFile(out, registry);
+  out << "# eof\n";
   return status;
 }

@@ -41,7 +41,8 @@ class OutputFiles {
   // Policy::GenerateMoreOutput: the IKE files, then Remote.Access; returns
   // the status of the IKE files.  After a failure other than one of a
   // pre-shared key entry, Remote.Access isn't written.
-  static int GenerateMoreOutput(Ferrowall& screen, Registry& registry, const std::vector<TList<Entity>*>& rules);
+  static int GenerateMoreOutput(Ferrowall& screen, const Policy& policy, Registry& registry,
+                                const std::vector<TList<Entity>*>& rules);
  private:
   static void GenerateScreenFiles(const Ferrowall& screen, const Registry& registry,
                                   std::ostream& warnings);

@@ -4,6 +4,10 @@
 #include <iostream>
 #include <vector>
 
+#include "crypto/acl_remote.h"
+#include "crypto/certificate.h"
+#include "crypto/vpn_node.h"
+#include "crypto/vpn_set.h"
 #include "driver/fw_file.h"
 #include "model/address.h"
 #include "model/registry.h"
@@ -11,6 +15,7 @@
 #include "policy/proxy_configs.h"
 #include "policy/rule.h"
 #include "screen/ferrowall.h"
+#include "services/service.h"
 #include "support/fwi18n.h"
 
 namespace {
@@ -264,9 +269,7 @@ int Policy::CheckTranslations() const {
   return errors;
 }
 
-// The stages that expand the rule list with proxy and VPN rules join this
-// pipeline with the classes they need; each stage runs only while nothing
-// has failed.
+// Each stage after the resolve runs only while nothing has failed.
 int Policy::Verify(Ferrowall& screen, std::ostream& out, Registry& registry) {
   for (OrderedEntityList* list : {&rules_, &nats_, &acls_local_, &acls_remote_})
     RemoveOtherScreenData(screen, list->Items());
@@ -277,18 +280,71 @@ int Policy::Verify(Ferrowall& screen, std::ostream& out, Registry& registry) {
               << std::endl;
     ++errors;
   }
+  BuildVpnSets();
   errors += ResolveReferences(out, registry);
+  if (errors == 0) errors += CheckVpnSets();
   if (errors == 0) errors += VerifyRuleClauses(screen, out);
   if (errors == 0) errors += GenerateProxyConfigs(screen);
   if (errors == 0) errors += GenerateReverseRulesFilter(registry);
   if (errors == 0) errors += GenerateReverseRulesStateEngine(registry);
   if (errors == 0) {
+    GenerateVPNRules(screen);
     GenerateRulesProxy(registry);
     errors += CheckConflicts(screen);
   }
   if (errors == 0) errors += SplitEtherRules(out, registry);
   if (errors == 0) errors += CheckTranslations();
   return errors;
+}
+
+// A VPN is made by the gateways that name it.
+void Policy::BuildVpnSets() {
+  for (TList_Cell<Entity>* cell = vpn_nodes_.Items().Head(); cell != nullptr; cell = cell->Next()) {
+    VPNNode& node = *static_cast<VPNNode*>(cell->Data());
+    VPNSet* set = static_cast<VPNSet*>(node.Vpn().FindSelf(*vpn_sets_, 0));
+    if (set == nullptr) {
+      set = new VPNSet(node.Vpn().Name());
+      vpn_sets_->Append(*set);
+    }
+    set->Add(node);
+  }
+}
+
+int Policy::CheckVpnSets() const {
+  int errors = 0;
+  for (TList_Cell<Entity>* cell = vpn_sets_->Head(); cell != nullptr; cell = cell->Next()) {
+    const VPNSet& set = *static_cast<VPNSet*>(cell->Data());
+    if (set.MixedMode() == 0) continue;
+    std::cerr << fwi18n_text(kPolicySet, 11, "VPN cannot contain SKIP and IKE Gateways: ") << '"' << set.Name()
+              << '"' << std::endl;
+    ++errors;
+  }
+  return errors;
+}
+
+void Policy::GenerateVPNRules(const Ferrowall& screen) {
+  ReplaceVpnRules([](const Rule& rule, const Ferrowall&) { return rule.PartitionVPNSource(); }, screen);
+  ReplaceVpnRules([](const Rule& rule, const Ferrowall& at) { return rule.PartitionVPNDest(at); }, screen);
+}
+
+// The replacements go in one by one directly behind the rule, so they end
+// up in the reverse of the order they were made in; the next cell is held
+// first, so they aren't visited again by the same sweep.
+void Policy::ReplaceVpnRules(VpnExpansion expand, const Ferrowall& screen) {
+  TList<Entity>& rules = rules_.Items();
+  TList_Cell<Entity>* cell = rules.Head();
+  while (cell != nullptr) {
+    TList_Cell<Entity>* next = cell->Next();
+    const Rule& rule = *static_cast<Rule*>(cell->Data());
+    if (rule.Vpn() != nullptr) {
+      TList<Entity>* replacements = expand(rule, screen);
+      for (TList_Cell<Entity>* made = replacements->Head(); made != nullptr; made = made->Next())
+        rules.Append(*made->Data(), cell);
+      delete replacements;
+      rules.Delete_Data_Cell(cell);
+    }
+    cell = next;
+  }
 }
 
 // Each rule is compared with the rules behind it only, so a conflicting
@@ -386,16 +442,17 @@ void Policy::SetHARules(Entity& address) {
   }
 }
 
-// The remote access entries are checked here for what all of them need:
-// the service and a certificate the screen is administered with.  The rules
-// of the entries themselves join with the access entry classes.
+// A remote entry makes a rule only with the kind of certificate it needs;
+// an entry whose kind the screen can't offer is left without a rule and
+// without a message.
 TList<Entity>* Policy::GenerateAdminRules(Ferrowall& screen, Registry& registry) {
   TList<Entity>* rules = new TList<Entity>;
   if (acls_remote_.Items().Empty()) return rules;
-  Entity service("remote administration", nullptr, nullptr, 0);
-  if (service.FindSelf(registry.ServicesCompile(), 0) == nullptr) {
-    std::cerr << fwi18n_text(kPolicySet, 2, "Error: Service not defined.") << " (\"" << service.Name() << "\")"
-              << std::endl;
+  Entity service_name("remote administration", nullptr, nullptr, 0);
+  Service* service = dynamic_cast<Service*>(service_name.FindSelf(registry.ServicesCompile(), 0));
+  if (service == nullptr) {
+    std::cerr << fwi18n_text(kPolicySet, 2, "Error: Service not defined.") << " (\"" << service_name.Name()
+              << "\")" << std::endl;
     delete rules;
     return nullptr;
   }
@@ -412,5 +469,21 @@ TList<Entity>* Policy::GenerateAdminRules(Ferrowall& screen, Registry& registry)
     delete rules;
     return nullptr;
   }
+  Entity localhost_name("localhost", nullptr, nullptr, 0);
+  const Address* localhost = dynamic_cast<const Address*>(localhost_name.FindSelf(registry.Addresses(), 1));
+  for (TList_Cell<Entity>* cell = acls_remote_.Items().Head(); cell != nullptr && localhost != nullptr;
+       cell = cell->Next()) {
+    ACLRemote& entry = *static_cast<ACLRemote*>(cell->Data());
+    Entity* certificate = entry.IPsecType() == IPSEC_SKIP ? skip : entry.IPsecType() == IPSEC_IKE ? ike : nullptr;
+    if (certificate == nullptr) continue;
+    if (Rule* rule = entry.GenerateRule(*static_cast<Certificate*>(certificate), *service, *localhost))
+      rules->Append(*rule);
+  }
   return rules;
+}
+
+void Policy::GenerateAccessFile(std::ostream& out, const Registry& registry) const {
+  for (const OrderedEntityList* list : {&acls_local_, &acls_remote_})
+    for (TList_Cell<Entity>* cell = list->Items().Head(); cell != nullptr; cell = cell->Next())
+      static_cast<const ACL*>(cell->Data())->GenerateDataFile(out, registry);
 }

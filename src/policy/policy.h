@@ -106,14 +106,28 @@ class Policy : public Entity {
   // goes from "localhost" to the old destination.  Nothing without a
   // "localhost" address.
   void GenerateRulesProxy(Registry& registry);
-  // The rules of the remote access entries, or null when they can't be made.
+  // Replaces each rule with a VPN by one encrypted rule for each ordered
+  // pair of the VPN's gateways that its addresses touch and that has
+  // `screen` at one end; the last pair made stands first.
+  void GenerateVPNRules(const Ferrowall& screen);
+  // The rules of the remote access entries, from their addresses to the
+  // screen's "localhost", or null, after a report, when the service for
+  // remote administration or an administrative certificate is missing.
   TList<Entity>* GenerateAdminRules(Ferrowall& screen, Registry& registry);
+  // The lines of the local, then the remote access entries in the file
+  // Remote.Access.
+  void GenerateAccessFile(std::ostream& out, const Registry& registry) const;
 
  private:
   // Verification stages: each returns the number of faults it reported.
   // The proxy clause and the security blocks of each rule.
   int VerifyRuleClauses(const Ferrowall& screen, std::ostream& out);
   int CheckTranslations() const;
+  void BuildVpnSets();
+  // The VPNs whose gateways are of both kinds, each reported.
+  int CheckVpnSets() const;
+  using VpnExpansion = TList<Entity>* (*)(const Rule& rule, const Ferrowall& screen);
+  void ReplaceVpnRules(VpnExpansion expand, const Ferrowall& screen);
   int CheckConflicts(const Ferrowall& screen) const;
   using ReverseExpansion = int (Rule::*)(Rule** forward, Rule** reverse, TList<Entity>& services);
   int GenerateReverseRules(Registry& registry, ReverseExpansion expand);

@@ -5,6 +5,8 @@
 #include <string>
 
 #include "crypto/security_parameters.h"
+#include "crypto/vpn_node.h"
+#include "crypto/vpn_set.h"
 #include "model/address.h"
 #include "model/entity_text.h"
 #include "model/registry.h"
@@ -522,10 +524,10 @@ int Rule::ResolveAddress(Address** field, TList<Entity>& list, std::ostream& out
   return 0;
 }
 
-// A VPN set that is found can't be linked until its class is part of the
-// build; the name is checked all the same.
 int Rule::ResolveVpn(TList<Entity>& list, std::ostream& out) {
-  if (input_vpn_ == nullptr || input_vpn_->FindSelf(list, 1) != nullptr) return 0;
+  if (input_vpn_ == nullptr) return 0;
+  vpn_ = dynamic_cast<VPNSet*>(input_vpn_->FindSelf(list, 1));
+  if (vpn_ != nullptr) return 0;
   NotDefined(out, input_vpn_->Name(), "VPN");
   return 1;
 }
@@ -717,4 +719,64 @@ bool Rule::ManualParametersConflict(const Rule& other) const {
   const Address* their_tunnel = theirs->DestinationTunnelResolved();
   if (my_tunnel == nullptr || their_tunnel == nullptr || !my_tunnel->Intersects(*their_tunnel)) return false;
   return mine->Conflicts(*theirs) != 0;
+}
+
+Rule* Rule::OriginalCopy() const {
+  Rule* copy = new Rule(*this);
+  copy->origin_ = copy;
+  return copy;
+}
+
+TList<Entity>* Rule::PartitionVPNSource() const {
+  TList<Entity>* copies = new TList<Entity>;
+  for (TList_Cell<VPNNode>* cell = vpn_->Nodes().Head(); cell != nullptr; cell = cell->Next()) {
+    const Address* gateway = cell->Data()->ResolvedAddress();
+    if (!gateway->Intersects(*source_)) continue;
+    Rule* copy = OriginalCopy();
+    copy->Source(*gateway);
+    copies->Append(*copy);
+  }
+  return copies;
+}
+
+TList<Entity>* Rule::PartitionVPNDest(const Ferrowall& screen) const {
+  TList<Entity>* pairs = new TList<Entity>;
+  const VPNNode* source = nullptr;
+  for (TList_Cell<VPNNode>* cell = vpn_->Nodes().Head(); cell != nullptr; cell = cell->Next())
+    if (same_text(cell->Data()->ResolvedAddress()->Name(), source_->Name())) source = cell->Data();
+  if (source == nullptr) return pairs;
+  for (TList_Cell<VPNNode>* cell = vpn_->Nodes().Head(); cell != nullptr; cell = cell->Next()) {
+    const Address& gateway = *cell->Data()->ResolvedAddress();
+    if (same_text(gateway.Name(), source_->Name()) || !gateway.Intersects(*destination_)) continue;
+    if (Rule* pair = VpnPair(*source, *cell->Data(), screen)) pairs->Append(*pair);
+  }
+  return pairs;
+}
+
+// A pair between two other gateways is no business of this screen: it is
+// left out without the direction error that an ordinary rule would get,
+// which would only alarm the administrator of a correct VPN.
+Rule* Rule::VpnPair(const VPNNode& source, const VPNNode& destination, const Ferrowall& screen) const {
+  SecurityParameters* parameters = source.GenerateSecurityParameters(destination);
+  if (parameters == nullptr) return nullptr;
+  if (parameters->SetDirection(screen) == DIRECTION_UNDECIDED) {
+    delete parameters;
+    return nullptr;
+  }
+  Rule* pair = OriginalCopy();
+  pair->TakePart(&pair->destination_, *destination.ResolvedAddress());
+  pair->TakePart(&pair->source_, *source.ResolvedAddress());
+  delete pair->security_parameter_;
+  pair->security_parameter_ = parameters;
+  if (pair->SetSecurityParameters(screen) == 0) return pair;
+  delete pair;
+  return nullptr;
+}
+
+void Rule::TakePart(Address** field, Address& gateway) {
+  Address* part = gateway.Intersection(**field);
+  if (part == *field) return;
+  Address* copy = part == &gateway ? new Address(gateway) : part;
+  delete *field;
+  *field = copy;
 }

@@ -10,9 +10,6 @@
 // parameter blocks and its proxy data; it never owns its service, VPN or
 // time.  Copies never inherit a unique id, an IKE rule number or the
 // interface tags.
-//
-// The VPN set class is not part of the build yet: the field is always
-// null, and nothing here asks it anything.
 #ifndef FW_POLICY_RULE_H
 #define FW_POLICY_RULE_H
 
@@ -31,6 +28,7 @@ class SecurityParameters;
 class Service;
 class Time;
 class User;
+class VPNNode;
 class VPNSet;
 
 enum Action_Type { ACTION_DENY = 0, ACTION_ALLOW = 1 };
@@ -101,6 +99,19 @@ class Rule : public Entity {
   // Tags the rule with an interface id, each id once.
   void SetInterface(int id);
   void SetInterface(const TList<int>& ids);
+
+  // The VPN expansion, in two sweeps.  The source sweep: a copy of the
+  // rule for each gateway of its VPN, in set order, whose address meets
+  // the source, with that address as source.  The destination sweep, on
+  // such a copy: the source gateway is the last one whose address has the
+  // source's name; for each other gateway (by address name) whose address
+  // meets the destination, a copy from the common part of the source
+  // gateway's address to the common part of the other's, encrypted with
+  // the parameters of the pair.  Pairs in which `screen` is neither end
+  // are left out.  Each copy is its own origin.  The caller owns the list
+  // and its rules.
+  TList<Entity>* PartitionVPNSource() const;
+  TList<Entity>* PartitionVPNDest(const Ferrowall& screen) const;
 
   // Decides on which side of `screen` a written block works and moves it
   // to the decryption or encryption side; checks that directed blocks
@@ -219,6 +230,13 @@ class Rule : public Entity {
   // The decryption block when it is manual and names its screen.
   const SecurityParameters* ManualDecryption() const;
   const char* ActionWord() const;
+  // A copy that is the origin of its own derived rules.
+  Rule* OriginalCopy() const;
+  // The copy of the pair from `source` to `destination`, or null when
+  // `screen` is neither end of it.
+  Rule* VpnPair(const VPNNode& source, const VPNNode& destination, const Ferrowall& screen) const;
+  // Narrows `*field` to its common part with `gateway`.
+  static void TakePart(Address** field, Address& gateway);
   // A new rule for a part of the destination, with everything else of this
   // rule and its Origin.
   Rule* Piece(const Address& destination) const;

@@ -429,17 +429,6 @@ bool Administers(const Ferrowall& administrator, const Ferrowall& screen) {
          strcmp(screen.MasterResolved()->Name(), administrator.Name()) == 0;
 }
 
-// A rule between two screens must encrypt with the screens' own keys, and
-// the compile doesn't make such rules yet; refusing the configuration is
-// better than compiling a screen its administrator can't reach.
-void ReportScreenToScreen(const Ferrowall& administrator, const Ferrowall& screen) {
-  std::cerr << fwi18n_text(kSet, 9, "Error: Screen") << " \"" << administrator.Name() << "\" "
-            << fwi18n_text(kSet, 10, "administers screen") << " \"" << screen.Name() << "\""
-            << fwi18n_text(kSet, 11, ": this configuration needs screen-to-screen rules, "
-                                     "which this compiler cannot generate yet.")
-            << std::endl;
-}
-
 // Traffic of the screen's own that a setting asks for: out from the screen
 // to anywhere and, where the peer starts exchanges too, back in.
 struct OwnTraffic {
@@ -466,20 +455,36 @@ bool Ferrowall::ScreenToScreenPossible(const Registry& registry) {
   return first != nullptr && first->Next() != nullptr;
 }
 
-int Ferrowall::CheckScreenToScreen(const Registry& registry) const {
-  if (RequiredService(registry, "remote administration") == nullptr) return 1;
+// A screen administers the screens whose master it is, and is administered
+// by its own master, so a master in the middle of a chain gets rules both
+// ways.
+int Ferrowall::AppendScreenToScreenRules(TList<Entity>& rules, Registry& registry) {
+  Service* service = RequiredService(registry, "remote administration");
+  if (service == nullptr) return 1;
   for (TList_Cell<Entity>* cell = registry.Screens().Head(); cell != nullptr; cell = cell->Next()) {
-    const Ferrowall& other = *static_cast<Ferrowall*>(cell->Data());
+    Ferrowall& other = *static_cast<Ferrowall*>(cell->Data());
+    Rule* rule = nullptr;
     if (Administers(other, *this)) {
-      ReportScreenToScreen(other, *this);
-      return 1;
+      if (other.GenerateScreenToScreen(*this, *service, rule, registry, *this) != 0) {
+        ReportScreenRuleFailure(fwi18n_text(kSet, 9, "Error:  could not generate Rule from Screen"), other);
+        return 1;
+      }
+      if (rule != nullptr) rules.Append(*rule);
     }
+    rule = nullptr;
     if (Administers(*this, other)) {
-      ReportScreenToScreen(*this, other);
-      return 1;
+      if (GenerateScreenToScreen(other, *service, rule, registry, *this) != 0) {
+        ReportScreenRuleFailure(fwi18n_text(kSet, 10, "Error:  could not generate Rule to Screen"), other);
+        return 1;
+      }
+      if (rule != nullptr) rules.Append(*rule);
     }
   }
   return 0;
+}
+
+void Ferrowall::ReportScreenRuleFailure(const char* message, const Ferrowall& other) {
+  std::cerr << message << ": \"" << other.Name() << "\"" << std::endl;
 }
 
 Address* Ferrowall::NewSNMPRecipients() const {
@@ -511,7 +516,7 @@ int Ferrowall::AppendOwnTrafficRules(TList<Entity>& rules, const Registry& regis
 
 TList<Entity>* Ferrowall::GenerateAdminRules(Registry& registry) {
   TList<Entity>* rules = new TList<Entity>;
-  if (ScreenToScreenPossible(registry) && CheckScreenToScreen(registry) != 0) return Discard(rules);
+  if (ScreenToScreenPossible(registry) && AppendScreenToScreenRules(*rules, registry) != 0) return Discard(rules);
   if (AppendSNMPRule(*rules, registry) != 0 || AppendOwnTrafficRules(*rules, registry) != 0) return Discard(rules);
   return rules;
 }

@@ -21,6 +21,9 @@ class Algorithm;
 class IPsecIKEahParams;
 class IPsecIKEespParams;
 class Registry;
+class Rule;
+class SecurityParameters;
+class Service;
 
 // What a screen statement says, in the order of its options.  Texts are
 // copied by the screen; `admin_ip` and `snmp_recipients` pass to it;
@@ -94,13 +97,20 @@ class Ferrowall : public Entity {
   // screen of `screens` whose master is this screen.  The caller owns it.
   Address* ComputeHA(const TList<Entity>& screens) const;
   // The screen's own administrative rules, in this order and as the
-  // settings ask: SNMP traps, key management, certificate discovery,
+  // settings ask: the encrypted rules from its master and to the screens
+  // it masters, SNMP traps, key management, certificate discovery,
   // routing, name service, NIS.  Null, with the message on the standard
-  // error stream, when a service they need isn't in the registry, or when
-  // this screen administers another screen or is administered by one, which
-  // needs rules this compiler can't make yet.  The caller owns the list and
-  // its rules.
+  // error stream, when a service they need isn't in the registry or a rule
+  // between screens can't be made.  The caller owns the list and its rules.
   TList<Entity>* GenerateAdminRules(Registry& registry);
+  // The rule by which this screen administers `administered`: from this
+  // screen's ADMIN_IP (or, without one, "localhost" when this screen is
+  // `compiling`, "*" otherwise) to `administered`'s, encrypted with IKE
+  // when both screens have IKE certificates, else with SKIP, the direction
+  // seen from `compiling`.  0 with `result` set; 1 after a report on the
+  // standard error stream.
+  int GenerateScreenToScreen(Ferrowall& administered, Service& service, Rule*& result, const Registry& registry,
+                             const Ferrowall& compiling);
 
   Address* AdminIP() const { return admin_ip_resolved_; }
   Entity* AdminCertificateIKE() const { return ike_certificate_resolved_; }
@@ -147,7 +157,14 @@ class Ferrowall : public Entity {
 
   // Steps of GenerateAdminRules; each non-zero answer has been reported.
   static bool ScreenToScreenPossible(const Registry& registry);
-  int CheckScreenToScreen(const Registry& registry) const;
+  int AppendScreenToScreenRules(TList<Entity>& rules, Registry& registry);
+  static void ReportScreenRuleFailure(const char* message, const Ferrowall& other);
+  // The steps of GenerateScreenToScreen: the ends of the rule and the
+  // parameters of each kind of key management, or null after a report.
+  const Address* ScreenToScreenSource(const Ferrowall& administered, const Registry& registry,
+                                      const Ferrowall& compiling) const;
+  SecurityParameters* ScreenToScreenIKE(const Ferrowall& administered) const;
+  SecurityParameters* ScreenToScreenSkip(const Ferrowall& administered) const;
   // An address "SNMP_Recipients" holding every trap receiver; the caller
   // owns it.
   Address* NewSNMPRecipients() const;

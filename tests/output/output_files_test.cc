@@ -33,7 +33,7 @@ class OutputFilesTest : public testing::Test {
     OutputFiles::GeneratePolicyOutput(policy_);
     std::vector<TList<Entity>*> rules = {nullptr, nullptr, &policy_.Rules().Items()};
     OutputFiles::GenerateRegistryOutput(screen, registry_, rules, warnings);
-    return OutputFiles::GenerateMoreOutput(screen, registry_, rules);
+    return OutputFiles::GenerateMoreOutput(screen, policy_, registry_, rules);
   }
 
   Registry registry_;

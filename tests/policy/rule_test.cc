@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "crypto/vpn_set.h"
 #include "model/time.h"
 #include "model/user.h"
 #include "policy/rule_fixture.h"
@@ -76,7 +77,7 @@ struct ResolveLists {
   std::unique_ptr<Address> inside = host("inside", 10);
   std::unique_ptr<Address> outside = host("outside", 20);
   Time office{"office", nullptr, nullptr, nullptr};
-  Entity corp{"corp", nullptr, nullptr, 0};
+  VPNSet corp{"corp"};
   TList<Entity> services, addresses, times, vpns;
   ResolveLists() {
     services.Append(*www);
@@ -97,6 +98,7 @@ TEST(RuleTest, ResolveLinksEveryKindAndMarkReachesThem) {
   EXPECT_EQ(rule->Resolve(CO_VPN, lists.vpns, out), 0);
   EXPECT_EQ(out.str(), "");
   EXPECT_EQ(rule->SvcResolved(), lists.www.get());
+  EXPECT_EQ(rule->Vpn(), &lists.corp);
   EXPECT_NE(&rule->Source(), lists.inside.get());
   EXPECT_TRUE(rule->Destination().Equal(*lists.outside));
   rule->Mark();

@@ -1,0 +1,121 @@
+// The access and VPN gateway statements: which object each form appends,
+// with what, and the texts the grammar refuses.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "crypto/acl_remote_ike.h"
+#include "crypto/acl_remote_skip.h"
+#include "crypto/vpn_node.h"
+#include "lang/parsed_configuration.h"
+#include "model/registry.h"
+#include "policy/policy.h"
+
+namespace {
+
+// The one entry a statement appended to `list`, which must hold one.
+Entity& Only(OrderedEntityList& list) {
+  EXPECT_EQ(list.Items().Head(), list.Items().Tail());
+  return *list.Items().Head()->Data();
+}
+
+struct AccessForm {
+  const char* text;
+  const char* user;
+  Access_Level level;
+  int type;            // 0 local, 1 remote
+  IPSEC_TYPE ipsec;    // of a remote entry
+  bool transport;
+};
+
+class AccessFormTest : public testing::TestWithParam<AccessForm> {};
+
+TEST_P(AccessFormTest, AppendsTheEntryOfItsForm) {
+  const AccessForm& form = GetParam();
+  ParsedConfiguration parsed(form.text);
+  ASSERT_EQ(parsed.result, 0) << parsed.err;
+  Policy& policy = *parsed.config.ThePolicy();
+  OrderedEntityList& list = form.type == 0 ? policy.ACLsLocal() : policy.ACLsRemote();
+  EXPECT_TRUE((form.type == 0 ? policy.ACLsRemote() : policy.ACLsLocal()).Items().Empty());
+  const ACL& entry = static_cast<const ACL&>(Only(list));
+  EXPECT_STREQ(entry.Use().Name(), form.user);
+  EXPECT_EQ(entry.Access(), form.level);
+  EXPECT_EQ(entry.Type(), form.type);
+  if (form.type == 0) return;
+  const ACLRemote& remote = static_cast<const ACLRemote&>(entry);
+  EXPECT_EQ(remote.IPsecType(), form.ipsec);
+  EXPECT_EQ(remote.TransportMode(), form.transport);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Forms, AccessFormTest,
+    testing::Values(
+        AccessForm{"ACCESS alice ;", "alice", ACCESS_NONE, 0, IPSEC_UNKNOWN, false},
+        AccessForm{"ACCESS alice STATUS SCREEN gw COMMENT \"desk\" ;", "alice", ACCESS_STATUS, 0, IPSEC_UNKNOWN,
+                   false},
+        AccessForm{"ACCESS alice READ ;", "alice", ACCESS_READ, 0, IPSEC_UNKNOWN, false},
+        AccessForm{"ACCESS alice WRITE ;", "alice", ACCESS_WRITE, 0, IPSEC_UNKNOWN, false},
+        AccessForm{"ACCESS alice all ;", "alice", ACCESS_ALL, 0, IPSEC_UNKNOWN, false},
+        // Quoted, IKE is a user's name.
+        AccessForm{"ACCESS \"IKE\" ALL ;", "IKE", ACCESS_ALL, 0, IPSEC_UNKNOWN, false},
+        AccessForm{"ACCESS bob READ desk SKIP_VERSION_1 cert \"DES-CBC\" \"DES-CBC\" TUNNEL gw ;", "bob",
+                   ACCESS_READ, 1, IPSEC_SKIP, false},
+        AccessForm{"ACCESS bob desk SKIP_VERSION_2 cert \"DES-CBC\" \"DES-CBC\" \"MD5\" \"NONE\" SCREEN gw ;", "bob",
+                   ACCESS_NONE, 1, IPSEC_SKIP, false},
+        AccessForm{"ACCESS IKE carol ALL desk \"DES\" \"MD5\" 2 \"RSA-SIGNATURES\" cert ESP \"DES\" \"MD5\" AH "
+                   "\"MD5\" TUNNEL gw ;",
+                   "carol", ACCESS_ALL, 1, IPSEC_IKE, false},
+        AccessForm{"ACCESS IKE carol desk \"DES\" \"MD5\" 2 \"RSA-SIGNATURES\" cert TRANSPORT SCREEN gw ;", "carol",
+                   ACCESS_NONE, 1, IPSEC_IKE, true}));
+
+struct GatewayForm {
+  const char* text;
+  const char* vpn;
+  IPSEC_TYPE type;
+  const char* tunnel;  // null without one
+};
+
+class GatewayFormTest : public testing::TestWithParam<GatewayForm> {};
+
+TEST_P(GatewayFormTest, AppendsTheGatewayOfItsForm) {
+  const GatewayForm& form = GetParam();
+  ParsedConfiguration parsed(form.text);
+  ASSERT_EQ(parsed.result, 0) << parsed.err;
+  const VPNNode& node = static_cast<const VPNNode&>(Only(parsed.config.ThePolicy()->VPNNodes()));
+  EXPECT_STREQ(node.Name(), "VPNGateway");
+  EXPECT_STREQ(node.Vpn().Name(), form.vpn);
+  EXPECT_STREQ(node.AddressReference().Name(), "lan");
+  EXPECT_STREQ(node.CertificateReference().Name(), "cert");
+  EXPECT_EQ(node.Type(), form.type);
+  if (form.tunnel == nullptr) EXPECT_EQ(node.TunnelReference(), nullptr);
+  else EXPECT_STREQ(node.TunnelReference()->Name(), form.tunnel);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Forms, GatewayFormTest,
+    testing::Values(
+        GatewayForm{"VPNGATEWAY corp lan cert KEYS \"DES-CBC\" DATAS \"DES-CBC\" MACS \"MD5\" COMPRESSIONS \"NONE\" "
+                    "TUNNEL gw COMMENT \"skip\" ;",
+                    "corp", IPSEC_SKIP, "gw"},
+        GatewayForm{"VPNNODE corp lan cert KEYS \"DES-CBC\" DATAS \"DES-CBC\" MACS \"MD5\" COMPRESSIONS \"NONE\" ;",
+                    "corp", IPSEC_SKIP, nullptr},
+        GatewayForm{"VPNGATEWAY IKE corp lan \"DES\" \"MD5\" 2 \"RSA-SIGNATURES\" cert ESP \"DES\" \"MD5\" TUNNEL gw "
+                    "SCREEN peer ;",
+                    "corp", IPSEC_IKE, "gw"},
+        // The older order: no group, and the screen before the tunnel.
+        GatewayForm{"VPNGATEWAY IKE corp lan cert \"RSA-SIGNATURES\" \"DES\" \"MD5\" AH \"MD5\" SCREEN peer TUNNEL gw "
+                    "COMMENT \"old\" ;",
+                    "corp", IPSEC_IKE, "gw"}));
+
+TEST(AccessVpnGrammarTest, RefusesWhatNoFormTakes) {
+  // An unquoted IKE starts the IKE form, which needs its addresses.
+  ExpectSyntaxError("ACCESS IKE ALL ;", "ALL");
+  ExpectSyntaxError("ACCESS bob desk MANUAL ;", "MANUAL");
+  ExpectSyntaxError("ACCESS IKE carol desk \"DES\" \"MD5\" 2 \"RSA-SIGNATURES\" cert TRANSPORT TUNNEL gw ;", "TUNNEL");
+  // A SKIP gateway has no screen clause.
+  ExpectSyntaxError("VPNGATEWAY corp lan cert KEYS a DATAS b MACS c COMPRESSIONS d SCREEN gw ;", "SCREEN");
+  // The older IKE order puts the screen clause first.
+  ExpectSyntaxError("VPNGATEWAY IKE corp lan cert \"RSA\" \"DES\" \"MD5\" TUNNEL gw SCREEN peer ;", "SCREEN");
+}
+
+}  // namespace
