@@ -21,7 +21,7 @@ void OutputFile::Close() {
 
 // The wording of the key manager files' own failures.
 void OutputFile::Report() const {
-  const char* unable = buffer_.FailedStep() == FileBuffer::kCreate ? fwi18n_text(48, 40, "Unable to create file '")
-                                                                  : fwi18n_text(48, 41, "Unable to write file '");
+  const char* unable = buffer_.FailedStep() == FileBuffer::kCreate ? fwi18n_text(48, 60, "Unable to create file '")
+                                                                  : fwi18n_text(48, 61, "Unable to write file '");
   std::cerr << unable << name_ << "', error: " << strerror(buffer_.Error()) << std::endl;
 }

@@ -33,7 +33,7 @@ std::ostream& ScreenFilesWriter::GenerateScreenFile(std::ostream& out, const Fer
     int written = 0;
     for (TList_Cell<unsigned>* cell = receivers->Head(); cell != nullptr; cell = cell->Next()) {
       if (written == kMaxSNMPReceivers) {
-        warnings << fwi18n_text(48, 7, "Warning: Exceeded maximum of 5 supported SNMP receivers.")
+        warnings << fwi18n_text(48, 62, "Warning: Exceeded maximum of 5 supported SNMP receivers.")
                  << '\n';
         break;
       }
