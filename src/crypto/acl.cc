@@ -3,7 +3,7 @@
 #include <cstring>
 #include <iostream>
 
-#include "crypto/name_reference.h"
+#include "crypto/named_links.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "crypto/certificate.h"
-#include "crypto/name_reference.h"
+#include "crypto/named_links.h"
 #include "crypto/security_parameters_ike.h"
 #include "model/address.h"
 #include "model/registry.h"

@@ -4,7 +4,7 @@
 
 #include "crypto/algorithm.h"
 #include "crypto/certificate.h"
-#include "crypto/name_reference.h"
+#include "crypto/named_links.h"
 #include "crypto/skip_parameter.h"
 #include "model/address.h"
 #include "policy/rule.h"

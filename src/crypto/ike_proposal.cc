@@ -5,7 +5,7 @@
 #include "crypto/algorithm.h"
 #include "crypto/ipsec_ike_ah_params.h"
 #include "crypto/ipsec_ike_esp_params.h"
-#include "crypto/name_reference.h"
+#include "crypto/named_links.h"
 #include "crypto/security_parameters_ike.h"
 
 namespace {

@@ -4,7 +4,7 @@
 
 #include "crypto/certificate.h"
 #include "crypto/ipsec_algorithm_link.h"
-#include "crypto/name_reference.h"
+#include "crypto/named_links.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "crypto/certificate.h"
-#include "crypto/name_reference.h"
+#include "crypto/named_links.h"
 #include "model/address.h"
 
 SecuredEnd::SecuredEnd(const char* address, const char* certificate, const char* tunnel)

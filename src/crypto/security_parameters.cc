@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "crypto/name_reference.h"
+#include "crypto/named_links.h"
 #include "model/address.h"
 #include "screen/ferrowall.h"
 

@@ -10,7 +10,7 @@
 #include "crypto/ike_identity.h"
 #include "crypto/ipsec_ike_ah_params.h"
 #include "crypto/ipsec_ike_esp_params.h"
-#include "crypto/name_reference.h"
+#include "crypto/named_links.h"
 #include "screen/ferrowall.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include <iostream>
 
 #include "crypto/algorithm.h"
-#include "crypto/name_reference.h"
+#include "crypto/named_links.h"
 
 namespace {
 

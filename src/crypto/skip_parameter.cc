@@ -5,7 +5,7 @@
 
 #include "crypto/algorithm.h"
 #include "crypto/certificate.h"
-#include "crypto/name_reference.h"
+#include "crypto/named_links.h"
 #include "support/fwi18n.h"
 
 namespace {

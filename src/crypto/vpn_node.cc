@@ -2,7 +2,7 @@
 
 #include <iostream>
 
-#include "crypto/name_reference.h"
+#include "crypto/named_links.h"
 #include "support/fwi18n.h"
 
 namespace {

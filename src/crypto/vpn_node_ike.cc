@@ -1,7 +1,7 @@
 #include "crypto/vpn_node_ike.h"
 
 #include "crypto/certificate.h"
-#include "crypto/name_reference.h"
+#include "crypto/named_links.h"
 #include "crypto/security_parameters_ike.h"
 #include "model/address.h"
 #include "screen/ferrowall.h"

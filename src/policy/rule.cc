@@ -9,6 +9,7 @@
 #include "crypto/vpn_set.h"
 #include "model/address.h"
 #include "model/entity_text.h"
+#include "model/name_reference.h"
 #include "model/registry.h"
 #include "model/time.h"
 #include "model/user.h"
@@ -28,16 +29,6 @@ namespace {
 const char kRuleName[] = "RULE";
 const int kRuleSet = 49;
 
-Entity* placeholder(const char* name) { return new Entity(name, nullptr, nullptr, 0); }
-
-Entity* placeholder_or_null(const char* name) {
-  return name != nullptr ? placeholder(name) : nullptr;
-}
-
-Entity* placeholder_of(const Entity* entity) {
-  return entity != nullptr ? placeholder(entity->Name()) : nullptr;
-}
-
 // The address of a parsed rule: an empty set that only carries the name.
 Address* address_placeholder(const char* name, const char* missing) {
   return new Address(name != nullptr ? name : missing, nullptr, nullptr, ADDRESS_SINGLE);
@@ -47,20 +38,14 @@ User* user_of(const char* name) { return name != nullptr ? new User(name, nullpt
 
 User* user_copy(const User* user) { return user != nullptr ? user_of(user->Name()) : nullptr; }
 
-SecurityParameters* clone_of(const SecurityParameters* parameters) {
-  return parameters != nullptr ? parameters->Clone() : nullptr;
+// A private copy of a security block or of proxy data, null for null.
+template <class Part>
+Part* clone_of(const Part* part) {
+  return part != nullptr ? part->Clone() : nullptr;
 }
 
 bool same_text(const char* a, const char* b) {
   return a != nullptr && b != nullptr && strcmp(a, b) == 0;
-}
-
-bool named(const Entity* entity, const char* name) {
-  return entity != nullptr && same_text(entity->Name(), name);
-}
-
-void rename(Entity* entity, const char* old_name, const char* new_name) {
-  if (named(entity, old_name)) entity->Name(new_name);
 }
 
 void mark(Entity* entity) {
@@ -97,8 +82,8 @@ Rule::Rule(const char* service, const char* source, const char* destination, con
            Action_Type action, Log_Type log, SNMP_Type snmp, ICMP_Type icmp, int ha,
            ProxyData* proxy, const char* time, const char* screen, const char* comment)
     : Entity(kRuleName, screen, comment, 0),
-      input_service_(placeholder(service != nullptr ? service : "Missing Service")),
-      input_vpn_(placeholder_or_null(vpn)),
+      input_service_(NewNameReference(service != nullptr ? service : "Missing Service")),
+      input_vpn_(NewNameReference(vpn)),
       source_(address_placeholder(source, "Missing Source Address")),
       destination_(address_placeholder(destination, "Missing Destination Address")),
       use_(user_of(user)),
@@ -108,7 +93,7 @@ Rule::Rule(const char* service, const char* source, const char* destination, con
       icmp_(icmp),
       ha_(ha),
       proxy_(proxy),
-      input_time_(placeholder_or_null(time)),
+      input_time_(NewNameReference(time)),
       interfaces_(new TList<int>),
       origin_(this) {
   if (first != nullptr && second != nullptr) {
@@ -125,7 +110,7 @@ Rule::Rule(Service& service, const Address& source, const Address& destination, 
            Log_Type log, SNMP_Type snmp, ICMP_Type icmp, int ha, const ProxyData* proxy, Time* time,
            const char* screen, const char* comment)
     : Entity(kRuleName, screen, comment, 0),
-      input_service_(placeholder(service.Name())),
+      input_service_(NewNameReference(service.Name())),
       svc_resolved_(&service),
       source_(new Address(source)),
       destination_(new Address(destination)),
@@ -138,16 +123,16 @@ Rule::Rule(Service& service, const Address& source, const Address& destination, 
       snmp_(snmp),
       icmp_(icmp),
       ha_(ha),
-      proxy_(proxy != nullptr ? proxy->Clone() : nullptr),
-      input_time_(placeholder_of(time)),
+      proxy_(clone_of(proxy)),
+      input_time_(CopyNameReference(time)),
       time_resolved_(time),
       interfaces_(new TList<int>),
       origin_(this) {}
 
 Rule::Rule(const Rule& other)
     : Entity(kRuleName, other.Screen(), other.Description(), 0),
-      input_service_(placeholder_of(other.input_service_)),
-      input_vpn_(placeholder_of(other.input_vpn_)),
+      input_service_(CopyNameReference(other.input_service_)),
+      input_vpn_(CopyNameReference(other.input_vpn_)),
       svc_resolved_(other.svc_resolved_),
       source_(new Address(*other.source_)),
       destination_(new Address(*other.destination_)),
@@ -161,8 +146,8 @@ Rule::Rule(const Rule& other)
       snmp_(other.snmp_),
       icmp_(other.icmp_),
       ha_(other.ha_),
-      proxy_(other.proxy_ != nullptr ? other.proxy_->Clone() : nullptr),
-      input_time_(placeholder_of(other.input_time_)),
+      proxy_(clone_of(other.proxy_)),
+      input_time_(CopyNameReference(other.input_time_)),
       time_resolved_(other.time_resolved_),
       interfaces_(new TList<int>),
       origin_(other.origin_) {}
@@ -552,11 +537,11 @@ int Rule::ResolveTime(TList<Entity>& list, std::ostream& out) {
 int Rule::Refer(Config_Objects kind, const char* name, int print) const {
   bool hit = false;
   switch (kind) {
-    case CO_SERVICE: hit = named(input_service_, name); break;
-    case CO_ADDRESS: hit = named(source_, name) || named(destination_, name); break;
-    case CO_USER: hit = named(use_, name); break;
-    case CO_TIME: hit = named(input_time_, name); break;
-    case CO_VPN: hit = named(input_vpn_, name); break;
+    case CO_SERVICE: hit = NameReferenceIs(input_service_, name); break;
+    case CO_ADDRESS: hit = NameReferenceIs(source_, name) || NameReferenceIs(destination_, name); break;
+    case CO_USER: hit = NameReferenceIs(use_, name); break;
+    case CO_TIME: hit = NameReferenceIs(input_time_, name); break;
+    case CO_VPN: hit = NameReferenceIs(input_vpn_, name); break;
     case CO_SCREEN: hit = same_text(Screen(), name); break;
     case CO_CERTIFICATE:
     case CO_KEY:
@@ -572,14 +557,14 @@ int Rule::Refer(Config_Objects kind, const char* name, int print) const {
 
 void Rule::RenameReference(Config_Objects kind, const char* old_name, const char* new_name) {
   switch (kind) {
-    case CO_SERVICE: rename(input_service_, old_name, new_name); break;
+    case CO_SERVICE: RenameNameReference(input_service_, old_name, new_name); break;
     case CO_ADDRESS:
-      rename(source_, old_name, new_name);
-      rename(destination_, old_name, new_name);
+      RenameNameReference(source_, old_name, new_name);
+      RenameNameReference(destination_, old_name, new_name);
       break;
-    case CO_USER: rename(use_, old_name, new_name); break;
-    case CO_TIME: rename(input_time_, old_name, new_name); break;
-    case CO_VPN: rename(input_vpn_, old_name, new_name); break;
+    case CO_USER: RenameNameReference(use_, old_name, new_name); break;
+    case CO_TIME: RenameNameReference(input_time_, old_name, new_name); break;
+    case CO_VPN: RenameNameReference(input_vpn_, old_name, new_name); break;
     case CO_SCREEN: Entity::RenameReference(kind, old_name, new_name); break;
     case CO_CERTIFICATE:
     case CO_KEY:

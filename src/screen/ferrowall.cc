@@ -11,6 +11,7 @@
 #include "crypto/ipsec_ike_esp_params.h"
 #include "model/address.h"
 #include "model/address_list.h"
+#include "model/name_reference.h"
 #include "model/registry.h"
 #include "policy/rule.h"
 #include "screen/interface.h"
@@ -20,10 +21,6 @@
 namespace {
 
 const int kSet = 50;
-
-Entity* NewReference(const char* name) {
-  return name != nullptr ? new Entity(name, nullptr, nullptr, 0) : nullptr;
-}
 
 Algorithm* NewSkipAlgorithm(const char* name, screen_alg_type type) {
   return name != nullptr ? new Algorithm(name, type, SKIP_V2) : nullptr;
@@ -92,20 +89,20 @@ int Link(const Entity& self, const Entity* reference, TList<Entity>& list, int a
 Ferrowall::Ferrowall(const char* name, const FerrowallSettings& settings)
     : Entity(name, nullptr, settings.comment, 0),
       admin_ip_(settings.admin_ip),
-      ike_certificate_(NewReference(settings.ike_certificate)),
-      skip_certificate_(NewReference(settings.skip_certificate)),
+      ike_certificate_(NewNameReference(settings.ike_certificate)),
+      skip_certificate_(NewNameReference(settings.skip_certificate)),
       key_algorithm_(NewSkipAlgorithm(settings.key_algorithm, ALG_KEY)),
       data_algorithm_(NewSkipAlgorithm(settings.data_algorithm, ALG_DATA)),
       mac_algorithm_(NewSkipAlgorithm(settings.mac_algorithm, ALG_MAC)),
       compression_algorithm_(NewSkipAlgorithm(settings.compression_algorithm, ALG_COMPRESSION)),
-      ike_encryption_(NewReference(settings.ike_encryption)),
-      ike_hash_(NewReference(settings.ike_hash)),
-      ike_authentication_(NewReference(settings.ike_authentication)),
+      ike_encryption_(NewNameReference(settings.ike_encryption)),
+      ike_hash_(NewNameReference(settings.ike_hash)),
+      ike_authentication_(NewNameReference(settings.ike_authentication)),
       ah_params_(settings.ah_params),
       esp_params_(settings.esp_params),
       oakley_group_(settings.oakley_group),
-      tunnel_(NewReference(settings.tunnel)),
-      master_(NewReference(settings.master)),
+      tunnel_(NewNameReference(settings.tunnel)),
+      master_(NewNameReference(settings.master)),
       timeout_(settings.timeout),
       certificate_discovery_(settings.certificate_discovery),
       dest_check_(settings.dest_check),

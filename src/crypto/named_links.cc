@@ -1,26 +1,10 @@
-#include "crypto/name_reference.h"
+#include "crypto/named_links.h"
 
 #include <cstring>
 #include <iostream>
 
 #include "crypto/algorithm.h"
 #include "crypto/security_parameters.h"
-
-Entity* NewNameReference(const char* name) {
-  return name != nullptr ? new Entity(name, nullptr, nullptr, 0) : nullptr;
-}
-
-Entity* CopyNameReference(const Entity* reference) {
-  return reference != nullptr ? NewNameReference(reference->Name()) : nullptr;
-}
-
-bool NameReferenceIs(const Entity* reference, const char* name) {
-  return reference != nullptr && name != nullptr && strcmp(reference->Name(), name) == 0;
-}
-
-void RenameNameReference(Entity* reference, const char* old_name, const char* new_name) {
-  if (NameReferenceIs(reference, old_name)) reference->Name(new_name);
-}
 
 Entity* FindNamed(const Entity* reference, const TList<Entity>& list) {
   return reference != nullptr ? reference->FindSelf(list, 1) : nullptr;

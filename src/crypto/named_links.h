@@ -1,25 +1,18 @@
-// Name references of the encryption clauses: a bare Entity that carries
-// the written name until a resolve pass links it.  Shared by the security
-// parameter classes, which each hold several.
-#ifndef FW_CRYPTO_NAME_REFERENCE_H
-#define FW_CRYPTO_NAME_REFERENCE_H
+// Linking the name references of the encryption clauses to the objects
+// they name.  Shared by the security parameter classes, the gateways and
+// the access entries, which each hold several references.
+#ifndef FW_CRYPTO_NAMED_LINKS_H
+#define FW_CRYPTO_NAMED_LINKS_H
 
 #include <initializer_list>
 
 #include "crypto/crypto_types.h"
 #include "model/entity.h"
+#include "model/name_reference.h"
 
 class Algorithm;
 class SecurityParameters;
 
-// A reference to `name`; null for a null name.
-Entity* NewNameReference(const char* name);
-// A reference with the name of `reference`; null for null.
-Entity* CopyNameReference(const Entity* reference);
-// Whether `reference` is there and carries `name`.
-bool NameReferenceIs(const Entity* reference, const char* name);
-// Renames `reference` when it carries `old_name`.
-void RenameNameReference(Entity* reference, const char* old_name, const char* new_name);
 // The object of `list` that `reference` names, by name alone; null when
 // there is none or no reference.
 Entity* FindNamed(const Entity* reference, const TList<Entity>& list);
