@@ -1,6 +1,11 @@
 #include "driver/configuration.h"
 
+#include <signal.h>
+
 #include <cstdio>
+#include <functional>
+#include <sstream>
+#include <vector>
 
 #include "driver/fw_file.h"
 #include "lang/parser.h"
@@ -157,4 +162,103 @@ int Configuration::RulesToInterface(Ferrowall& screen) {
   registry_->AddRules(policy_->Rules());
   registry_->AddEtherRules(policy_->EtherRules());
   return 0;
+}
+
+void Configuration::Print(std::ostream& out) const {
+  const FWFile* registry_file = registry_->File();
+  registry_->Write(out, registry_file != nullptr ? registry_file->Version() : 0);
+  policy_->Write(out, nullptr, policy_->Load(), 1);
+}
+
+namespace {
+
+// Holds off the signals that would end the program halfway through a save;
+// one that arrives meanwhile is delivered when the save is done.
+class SignalHold {
+ public:
+  SignalHold() {
+    sigset_t held;
+    sigemptyset(&held);
+    for (int signal_number : {SIGHUP, SIGINT, SIGTERM}) sigaddset(&held, signal_number);
+    sigprocmask(SIG_BLOCK, &held, &before_);
+  }
+  ~SignalHold() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
+  SignalHold(const SignalHold&) = delete;
+  SignalHold& operator=(const SignalHold&) = delete;
+
+ private:
+  sigset_t before_;
+};
+
+// Makes the next version of `file`, whose text `render` writes once the new
+// version number is known, into the base file and the numbered copy.
+int WriteNewVersion(FWFile& file, const std::function<void(std::ostream&)>& render, std::string* failed) {
+  std::ofstream* base = nullptr;
+  std::ofstream* copy = nullptr;
+  char* copy_path = nullptr;
+  if (file.newversion(&base, &copy, &copy_path) < 0) return 237;
+  std::ostringstream text;
+  render(text);
+  char* base_path = file.Basepath();
+  int code = 0;
+  for (auto [stream, path] : {std::make_pair(base, base_path), std::make_pair(copy, copy_path)}) {
+    *stream << text.str();
+    stream->close();
+    if (stream->fail() && code == 0) {
+      *failed = path;
+      code = 237;
+    }
+    delete stream;
+  }
+  free(base_path);
+  free(copy_path);
+  return code;
+}
+
+}  // namespace
+
+int Configuration::Save(std::string* failed) {
+  if (policy_->ReadonlyVersion()) return 235;
+  FWFile& policy_file = *policy_->File();
+  FWFile& registry_file = registry_->File() != nullptr ? *registry_->File() : policy_file;
+  std::vector<FWFile*> files = {&policy_file};
+  if (&registry_file != &policy_file) files.push_back(&registry_file);
+  SignalHold hold;
+  int code = 0;
+  for (FWFile* file : files)
+    if (file->AcquireWriteLock() != 102) code = 243;
+  if (code == 0) code = SaveLocked(policy_file, registry_file, failed);
+  for (FWFile* file : files) file->FreeWriteLock(0);
+  return code;
+}
+
+// The registry goes first, so that the policy names the registry version it
+// was saved with.  Without a LOAD both share one file.
+int Configuration::SaveLocked(FWFile& policy_file, FWFile& registry_file, std::string* failed) {
+  bool embedded = &registry_file == &policy_file;
+  if (!embedded) {
+    int code = WriteNewVersion(
+        registry_file, [&](std::ostream& out) { registry_->Write(out, registry_file.Version()); }, failed);
+    if (code != 0) return code;
+  }
+  return WriteNewVersion(
+      policy_file,
+      [&](std::ostream& out) {
+        if (embedded) registry_->Write(out, policy_file.Version());
+        policy_->Write(out, nullptr, policy_->Load(), embedded);
+      },
+      failed);
+}
+
+void Configuration::Rename(Config_Objects kind, const char* old_name, const char* new_name, const char* screen) {
+  registry_->Rename(kind, old_name, new_name, screen);
+}
+
+void Configuration::RenameReference(Config_Objects kind, const char* old_name, const char* new_name) {
+  registry_->RenameReference(kind, old_name, new_name);
+  policy_->RenameReference(kind, old_name, new_name);
+}
+
+int Configuration::IsReferenced(Config_Objects kind, const char* name, int print) const {
+  return registry_->IsReferenced(kind, name, print) + policy_->IsReferenced(kind, name, print);
 }

@@ -5,6 +5,7 @@
 #define FW_DRIVER_CONFIGURATION_H
 
 #include <ostream>
+#include <string>
 
 #include "model/entity.h"
 
@@ -35,6 +36,25 @@ class Configuration {
   // Distributes the rules, administrative ones first, to the interfaces;
   // 1 when a stage inside fails.
   int RulesToInterface(Ferrowall& screen);
+
+  // Administrative operations; the compile needs none of them.
+  //
+  // The registry file and then the policy file, as one text that reads back
+  // into this configuration.
+  void Print(std::ostream& out) const;
+  // Writes the registry and the policy back as new versions of the files
+  // they came from, under write locks and with the signals 1, 2 and 15 held
+  // off meanwhile.  Returns 0, 235 for a policy that is a stored copy, 243
+  // without a write lock, or 237 with the path into `failed` when a file
+  // can't be written.
+  int Save(std::string* failed);
+  // Renames the object `old_name` of `kind` defined for `screen`; the
+  // references to it are RenameReference's.
+  void Rename(Config_Objects kind, const char* old_name, const char* new_name, const char* screen);
+  void RenameReference(Config_Objects kind, const char* old_name, const char* new_name);
+  // How many objects and policy entries refer to the object; with `print`
+  // each of them writes its line on the standard output.
+  int IsReferenced(Config_Objects kind, const char* name, int print) const;
 
   Registry* TheRegistry() const { return registry_; }
   Policy* ThePolicy() const { return policy_; }
@@ -78,6 +98,7 @@ class Configuration {
   }
   int ParseFile(FWFile& file);
   int ParseLoadFile(FWFile& main_file, FWFile& load_file);
+  int SaveLocked(FWFile& policy_file, FWFile& registry_file, std::string* failed);
   int CompileStages(std::ostream& out);
   void MarkHARules();
   void DeleteAdminRules();

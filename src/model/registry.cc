@@ -392,6 +392,13 @@ void Registry::EnumerateName(Config_Objects kind) const {
   }
 }
 
+bool Registry::Holds(Config_Objects kind, const char* name, const char* screen) const {
+  Entity wanted(name, screen, nullptr, 0);
+  for (TList<Entity>* list : ListsToList(kind, nullptr))
+    if (wanted.InList(*list)) return true;
+  return false;
+}
+
 void Registry::RemoveOtherScreenData(const Ferrowall& screen, TList<Entity>& list) {
   const char* virtual_name = screen.VirtualName();
   TList_Cell<Entity>* cell = list.Head();

@@ -126,6 +126,13 @@ class Registry : public Entity {
   void Search(Config_Objects kind, const char* screen, const char* name, const char* type, int exact) const;
   void Enumerate(Config_Objects kind, const char* name, const char* screen) const;
   void EnumerateName(Config_Objects kind) const;
+  // Whether an object of `kind` is defined under `name` for `screen`, as a
+  // definition is looked up.
+  bool Holds(Config_Objects kind, const char* name, const char* screen) const;
+  // The registry file: the header (with `version` when it is above 0), then
+  // every object but the built-in ones as a statement that reads back,
+  // section by section, and the alien lines.
+  void Write(std::ostream& out, int version) const;
 
   // Keeps the marks of the two special IKE certificate groups ("IKE root CA
   // certificates", "IKE manually verified certificates") and of IKE

@@ -11,6 +11,8 @@
 #include "driver/fw_file.h"
 #include "model/address.h"
 #include "model/registry.h"
+#include "model/saved_form.h"
+#include "model/sorted_entity_list.h"
 #include "policy/nat.h"
 #include "policy/proxy_configs.h"
 #include "policy/rule.h"
@@ -50,6 +52,31 @@ int Policy::ReadonlyVersion() const { return strchr(Name(), '.') != nullptr; }
 void Policy::Load(const char* name) {
   delete load_file_;
   load_file_ = new FWFile(file_->Domain(), name);
+}
+
+void Policy::Write(std::ostream& out, const FWFile* file, const FWFile* load, int embedded) const {
+  saved_form_header(out);
+  out << "POLICY_VERSION " << (file != nullptr ? file : file_)->Version() << '\n';
+  if (load != nullptr && embedded == 0) {
+    if (load->Version() > 0) out << "REGISTRY_USED_VERSION " << load->Version() << '\n';
+    out << "LOAD \"" << load->Basename() << "\"\n";
+  }
+  out << '\n';
+  saved_form_section(out, "//Rules", {&rules_.Items()});
+  saved_form_section(out, "//Nat", {&nats_.Items()});
+  saved_form_section(out, "//Local Access", {&acls_local_.Items()});
+  saved_form_section(out, "//Remote Access", {&acls_remote_.Items()});
+  saved_form_section(out, "//VPN Nodes", {&vpn_nodes_.Items()});
+}
+
+void Policy::EnumerateName() const {
+  // The sorted view keeps one object of a name: a repeat replaces it.
+  SortedEntityList names;
+  for (TList_Cell<Entity>* cell = vpn_nodes_.Items().Head(); cell != nullptr; cell = cell->Next())
+    names.Insert(*new Entity(static_cast<const VPNNode*>(cell->Data())->Vpn().Name(), nullptr, nullptr, 0));
+  for (TList_Cell<Entity>* cell = names.List().Head(); cell != nullptr; cell = cell->Next())
+    std::cout << '"' << cell->Data()->Name() << "\"\n";
+  names.Delete_Data();
 }
 
 OrderedEntityList* Policy::ListOf(Config_Objects kind) {

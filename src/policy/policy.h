@@ -72,11 +72,19 @@ class Policy : public Entity {
   void Enumerate(Config_Objects kind) const;
   // Each entry, or the one at `number` when it isn't 0, behind its position.
   void EnumerateNumber(Config_Objects kind, int number) const;
+  // The distinct VPN names of the gateways, in name order, one quoted name
+  // a line.
+  void EnumerateName() const;
   std::ostream& Enumerate(std::ostream& out, Enumerate_Type) const override { return out; }
   std::ostream& Print(std::ostream& out) const override { return out; }
 
   // Keeps the entries for everybody and those of the screen's virtual name;
   // a "*" screen becomes no screen.
+  // The policy file: the header with the version of `file` (the policy's
+  // own when null), the LOAD of `load` unless the registry is `embedded` in
+  // the same text, and the five lists as statements that read back.
+  void Write(std::ostream& out, const FWFile* file, const FWFile* load, int embedded) const;
+
   static void RemoveOtherScreenData(const Ferrowall& screen, TList<Entity>& list);
   // Links every name of the policy's entries to the registry; returns the
   // number of names not found.

@@ -3,8 +3,6 @@
 // exit status.
 #include <unistd.h>
 
-#include <cerrno>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -14,9 +12,8 @@
 #include "driver/configuration.h"
 #include "driver/fw_file.h"
 #include "driver/print_error.h"
+#include "driver/program.h"
 #include "support/fwi18n.h"
-#include "support/fwlog.h"
-#include "support/host.h"
 #include "support/settings.h"
 #include "support/vars.h"
 
@@ -39,25 +36,6 @@ struct Options {
             << fwi18n_text(kDriverSet, 2, "file") << " -o" << fwi18n_text(kDriverSet, 3, "directory")
             << "]" << std::endl;
   exit(1);
-}
-
-// Only async-signal-safe calls: the handler may interrupt anything.
-void hangup(int signal_number) {
-  char line[64] = "fw_compiler: Signal ";
-  char digits[12];
-  int length = 0;
-  unsigned value = static_cast<unsigned>(signal_number);
-  do {
-    digits[length++] = static_cast<char>('0' + value % 10);
-    value /= 10;
-  } while (value != 0);
-  size_t at = strlen(line);
-  while (length > 0) line[at++] = digits[--length];
-  line[at] = '\0';
-  strcat(line, " received.  Exiting.\n");
-  ssize_t ignored = write(STDERR_FILENO, line, strlen(line));
-  (void)ignored;
-  _exit(1);
 }
 
 Options ReadOptions(int argc, char** argv) {
@@ -94,38 +72,13 @@ std::string DefaultScreen() {
   exit(kNoScreenStatus);
 }
 
-// The host questions are answered from a description file when one is
-// named; a bad one must stop the run before anything is compiled for it.
-void SelectHost() {
-  std::string error;
-  if (Host::Select(&error)) return;
-  std::cerr << "fw_compiler: " << fwi18n_text(kDriverSet, 7, "host description ") << error << std::endl;
-  exit(1);
-}
-
-void EnterOutputDirectory(const char* directory) {
-  if (chdir(directory) == 0) return;
-  int status = errno;
-  std::cerr << fwi18n_text(kDriverSet, 4, "Error") << ": "
-            << fwi18n_text(kDriverSet, 5, "output directory does not exist") << " (" << directory << ")"
-            << std::endl;
-  exit(status);
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
-  a_syslogset("?", "compiler", "compiler");
-  fwi18n_set("FWPKicg_Ferrowall");
-  signal(SIGHUP, hangup);
-  signal(SIGTERM, hangup);
-#ifndef FW_SANITIZED_BUILD
-  // A sanitizer reports a crash with its cause; this handler would hide it.
-  signal(SIGSEGV, hangup);
-#endif
+  program_start("fw_compiler");
   Options options = ReadOptions(argc, argv);
   user_setroot(nullptr, 1, nullptr);
-  SelectHost();
+  program_select_host();
   std::string screen;
   if (options.screen != nullptr) {
     screen = options.screen;
@@ -133,7 +86,7 @@ int main(int argc, char** argv) {
     screen = DefaultScreen();
     if (screen.empty()) NoScreen();
   }
-  if (options.output_directory != nullptr) EnterOutputDirectory(options.output_directory);
+  if (options.output_directory != nullptr) program_enter_directory(options.output_directory);
 
   Config = new Configuration(new FWFile(nullptr, options.input));
   int code = Config->Parse();
