@@ -1,4 +1,4 @@
-// Runs the built fw_compiler in a private temporary directory, with
+// Runs the built fw_compiler (or fw_config) in a private temporary directory, with
 // FERROWALL_ETC pointing into it, and captures what it printed and its exit
 // status.  The directory and everything in it vanish with the object.
 #ifndef FW_TESTS_COMMON_COMPILER_RUN_H
@@ -45,18 +45,28 @@ class CompilerRun {
   // is prepended to the command as VAR=value words.
   int Run(const std::string& arguments, const std::string& input = "/dev/null",
           const std::string& environment = "") {
+    return RunBinary(FW_COMPILER_BINARY, arguments, input, environment);
+  }
+  // The same for `fw_config ARGUMENTS`.
+  int RunConfig(const std::string& arguments, const std::string& input = "/dev/null",
+                const std::string& environment = "") {
+    return RunBinary(FW_CONFIG_BINARY, arguments, input, environment);
+  }
+  const std::string& Out() const { return out_; }
+  const std::string& Err() const { return err_; }
+
+ private:
+  int RunBinary(const char* binary, const std::string& arguments, const std::string& input,
+                const std::string& environment) {
     std::string command = "cd '" + root_ + "' && env -u FERROWALL_HOST FERROWALL_ETC='" + Path("etc") + "' " +
-                          environment + " '" FW_COMPILER_BINARY "' " + arguments + " < " + input + " > '" +
+                          environment + " '" + binary + "' " + arguments + " < " + input + " > '" +
                           Path("stdout") + "' 2> '" + Path("stderr") + "'";
     int status = std::system(command.c_str());
     out_ = Read("stdout");
     err_ = Read("stderr");
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   }
-  const std::string& Out() const { return out_; }
-  const std::string& Err() const { return err_; }
 
- private:
   std::string root_;
   std::string out_;
   std::string err_;
