@@ -320,11 +320,17 @@ std::ostream& Ferrowall::PrintIKE(std::ostream& out) const {
   QuotedOrNone(out, ike_encryption_) << ' ';
   QuotedOrNone(out, ike_hash_) << ' ' << oakley_group_ << ' ';
   AuthenticationOrNone(out, ike_authentication_) << ' ';
-  return QuotedOrNone(out, ike_certificate_) << ' ';
+  QuotedOrNone(out, ike_certificate_) << ' ';
+  if (esp_params_ != nullptr) esp_params_->Print(out);
+  if (ah_params_ != nullptr) ah_params_->Print(out);
+  return out;
 }
 
 std::ostream& Ferrowall::EnumerateIKE(std::ostream& out) const {
-  out << " IKE(";
+  out << ' ';
+  if (esp_params_ != nullptr) esp_params_->Enumerate(out);
+  if (ah_params_ != nullptr) ah_params_->Enumerate(out);
+  out << "IKE(";
   if (ike_encryption_ != nullptr || ike_hash_ != nullptr || oakley_group_ != 0 || ike_authentication_ != nullptr) {
     QuotedOrNone(out, ike_encryption_) << ", ";
     QuotedOrNone(out, ike_hash_) << ", " << oakley_group_ << ", ";
