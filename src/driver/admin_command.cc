@@ -36,13 +36,14 @@ const int kObjectNotFound = 224;
 }  // namespace
 
 // A kind of the command line: the registry kind or policy list it lists,
-// and the kind of reference that names it (none for the policy entries,
-// which have no name).
+// the kind of reference that names it (none for the policy entries, which
+// have no name), and whether a rename can follow every reference.
 struct AdminCommand::Kind {
   const char* word;
   Config_Objects listed;
   bool in_policy;
   Config_Objects referred;
+  bool renamable;
 };
 
 namespace {
@@ -53,19 +54,22 @@ const Config_Objects kNoReference = static_cast<Config_Objects>(0);
 
 const AdminCommand::Kind& AdminCommand::KindNamed(const std::string& word) {
   static const Kind kKinds[] = {
-      {"addresses", CO_ADDRESS, false, CO_ADDRESS},
-      {"services", CO_SERVICE, false, CO_SERVICE},
-      {"engines", CO_STATE_ENGINE, false, CO_STATE_ENGINE},
-      {"screens", CO_SCREEN, false, CO_SCREEN},
-      {"interfaces", CO_INTERFACE, false, CO_INTERFACE},
-      {"certificates", CO_CERTIFICATE, false, CO_CERTIFICATE},
-      {"keys", CO_KEY, false, CO_KEY},
-      {"times", CO_TIME, false, CO_TIME},
-      {"rules", CO_RULE, true, kNoReference},
-      {"nat", CO_NAT, true, kNoReference},
+      {"addresses", CO_ADDRESS, false, CO_ADDRESS, true},
+      {"services", CO_SERVICE, false, CO_SERVICE, true},
+      // The engine names in service filters are kept as written when an
+      // engine is renamed, so a rename would leave the services naming an
+      // engine that is gone.
+      {"engines", CO_STATE_ENGINE, false, CO_STATE_ENGINE, false},
+      {"screens", CO_SCREEN, false, CO_SCREEN, true},
+      {"interfaces", CO_INTERFACE, false, CO_INTERFACE, true},
+      {"certificates", CO_CERTIFICATE, false, CO_CERTIFICATE, true},
+      {"keys", CO_KEY, false, CO_KEY, true},
+      {"times", CO_TIME, false, CO_TIME, true},
+      {"rules", CO_RULE, true, kNoReference, false},
+      {"nat", CO_NAT, true, kNoReference, false},
       // Local entries, then remote ones, each list with its own positions.
-      {"access", CO_ACL_LOCAL, true, kNoReference},
-      {"vpn", CO_VPN_NODE, true, CO_VPN},
+      {"access", CO_ACL_LOCAL, true, kNoReference, false},
+      {"vpn", CO_VPN_NODE, true, CO_VPN, true},
   };
   for (const Kind& kind : kKinds)
     if (word == kind.word) return kind;
@@ -108,8 +112,10 @@ void AdminCommand::CheckArguments() const {
   if (command_ == "list") {
     if (count > 2 || (names_ && count == 2)) Usage();
     if (count == 2 && kind.in_policy) Position();
-  } else if (command_ == "refs" || command_ == "rename") {
-    if (count != (command_ == "refs" ? 2u : 3u) || kind.referred == kNoReference) Usage();
+  } else if (command_ == "refs") {
+    if (count != 2 || kind.referred == kNoReference) Usage();
+  } else if (command_ == "rename") {
+    if (count != 3 || !kind.renamable) Usage();
   } else {
     Usage();
   }
