@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "crypto/named_links.h"
+#include "model/entity_text.h"
 
 namespace {
 
@@ -41,7 +42,7 @@ bool ACL::RefersTo(Config_Objects kind, const char* name) const {
 
 int ACL::Refer(Config_Objects kind, const char* name, int print) const {
   if (!RefersTo(kind, name)) return 0;
-  if (print) Enumerate(std::cout << kAccessName << '\t', ENUM_FULL) << std::endl;
+  if (print) Enumerate(std::cout << kAccessName << '\t', ENUM_FULL);
   return 1;
 }
 
@@ -52,6 +53,24 @@ void ACL::RenameReference(Config_Objects kind, const char* old_name, const char*
 
 std::ostream& ACL::UserAndLevel(std::ostream& out) const {
   return out << "USER\t\"" << Use().Name() << "\"\t" << LevelWord(level_);
+}
+
+const char* ACL::LevelText() const { return level_ == ACCESS_NONE ? "" : LevelWord(level_); }
+
+std::ostream& ACL::StatementHead(std::ostream& out) const {
+  return out << kAccessName << " \"" << Use().Name() << "\"\t" << LevelText();
+}
+
+std::ostream& ACL::ListingUser(std::ostream& out) const {
+  return entity_text_screen(out, *this) << "USER \"" << Use().Name() << "\" ";
+}
+
+std::ostream& ACL::ListingPermission(std::ostream& out) const { return out << "PERMISSION " << LevelText(); }
+
+std::ostream& ACL::Print(std::ostream& out) const { return entity_text_tail(StatementHead(out), *this); }
+
+std::ostream& ACL::Enumerate(std::ostream& out, Enumerate_Type) const {
+  return entity_text_comment(ListingPermission(ListingUser(out)), *this) << '\n';
 }
 
 void ACL::GenerateDataFile(std::ostream& out, const Registry&) const { UserAndLevel(out) << " ;\n"; }

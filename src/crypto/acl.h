@@ -28,6 +28,10 @@ class ACL : public Entity {
   // the standard output.
   int Refer(Config_Objects kind, const char* name, int print) const override;
   void RenameReference(Config_Objects kind, const char* old_name, const char* new_name) override;
+  std::ostream& Print(std::ostream& out) const override;
+  // The full line whatever `type` asks: an entry has no name to list
+  // alone.
+  std::ostream& Enumerate(std::ostream& out, Enumerate_Type type) const override;
 
   // 0 for a local entry, 1 for a remote one.
   virtual int Type() const { return 0; }
@@ -37,6 +41,16 @@ class ACL : public Entity {
  protected:
   // "USER\t\"user\"\t" and the level word.
   std::ostream& UserAndLevel(std::ostream& out) const;
+  // The level as statements and listings write it: nothing for none.
+  const char* LevelText() const;
+  // "ACCESS "user"", a tab and the level, which the statements of local
+  // and SKIP entries start with.
+  std::ostream& StatementHead(std::ostream& out) const;
+  // The start of a listing: the screen, then USER and the user, each
+  // followed by a blank.
+  std::ostream& ListingUser(std::ostream& out) const;
+  // "PERMISSION" and the level.
+  std::ostream& ListingPermission(std::ostream& out) const;
   // Whether a reference of `kind` carries `name`.
   virtual bool RefersTo(Config_Objects kind, const char* name) const;
 

@@ -41,6 +41,10 @@ void ACLRemote::GenerateDataFile(std::ostream& out, const Registry& registry) co
   GenerateDataRest(out, registry);
 }
 
+std::ostream& ACLRemote::ListingUserAndAddress(std::ostream& out) const {
+  return ListingUser(out) << '"' << AddressReference().Name() << "\" ";
+}
+
 Rule* ACLRemote::AdminRule(Service& service, const Address& local_address,
                            const SecurityParameters& parameters) const {
   return new Rule(service, *ResolvedAddress(), local_address, nullptr, &parameters, nullptr, nullptr, ACTION_ALLOW,

@@ -47,8 +47,12 @@ class ACLRemote : public ACL {
   bool RefersTo(Config_Objects kind, const char* name) const override;
   // What follows the addresses in Remote.Access.
   virtual void GenerateDataRest(std::ostream& out, const Registry& registry) const = 0;
+  // The start of a listing: the screen, the user and the address, each
+  // followed by a blank.
+  std::ostream& ListingUserAndAddress(std::ostream& out) const;
   // The allowed rule with `parameters` on its decrypting side.
   Rule* AdminRule(Service& service, const Address& local_address, const SecurityParameters& parameters) const;
+  const Entity& AddressReference() const { return end_.AddressReference(); }
   const Entity& CertificateReference() const { return end_.CertificateReference(); }
   const Entity* TunnelReference() const { return end_.TunnelReference(); }
 

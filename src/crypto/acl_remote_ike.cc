@@ -6,6 +6,7 @@
 #include "crypto/named_links.h"
 #include "crypto/security_parameters_ike.h"
 #include "model/address.h"
+#include "model/entity_text.h"
 #include "model/registry.h"
 #include "policy/rule.h"
 
@@ -27,6 +28,22 @@ bool ACLRemoteIKE::RefersTo(Config_Objects kind, const char* name) const {
 void ACLRemoteIKE::RenameReference(Config_Objects kind, const char* old_name, const char* new_name) {
   if (kind == CO_ALGORITHM) proposal_.Rename(old_name, new_name);
   ACLRemote::RenameReference(kind, old_name, new_name);
+}
+
+// In transport mode the entry has no tunnel.
+std::ostream& ACLRemoteIKE::Print(std::ostream& out) const {
+  out << "ACCESS IKE \"" << Use().Name() << "\" " << LevelText() << " \"" << AddressReference().Name() << "\" ";
+  proposal_.PrintPhase2(proposal_.PrintValues(out, CertificateReference(), " ") << ' ', false, "");
+  if (TransportMode()) out << " TRANSPORT";
+  return entity_text_tail(entity_text_clause(out, " TUNNEL ", TunnelReference()), *this);
+}
+
+std::ostream& ACLRemoteIKE::Enumerate(std::ostream& out, Enumerate_Type) const {
+  proposal_.PrintPhase2(ListingUserAndAddress(out) << "IPSEC ", true, "") << "IKE(";
+  proposal_.PrintValues(out, CertificateReference(), ", ") << ") ";
+  if (TransportMode()) out << "TRANSPORT ";
+  if (TunnelReference() != nullptr) entity_text_clause(out, "TUNNEL ", TunnelReference()) << ' ';
+  return entity_text_comment(ListingPermission(out), *this) << '\n';
 }
 
 Rule* ACLRemoteIKE::GenerateRule(Certificate& local_certificate, Service& service, const Address& local_address) {

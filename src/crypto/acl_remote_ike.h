@@ -22,6 +22,8 @@ class ACLRemoteIKE : public ACLRemote {
   // Always a rule; its unique id is kept for Remote.Access.
   Rule* GenerateRule(Certificate& local_certificate, Service& service, const Address& local_address) override;
   IPSEC_TYPE IPsecType() const override { return IPSEC_IKE; }
+  std::ostream& Print(std::ostream& out) const override;
+  std::ostream& Enumerate(std::ostream& out, Enumerate_Type type) const override;
   // All ones until a rule was made.
   unsigned RuleId() const { return rule_id_; }
 

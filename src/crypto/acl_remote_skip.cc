@@ -7,11 +7,13 @@
 #include "crypto/named_links.h"
 #include "crypto/skip_parameter.h"
 #include "model/address.h"
+#include "model/entity_text.h"
 #include "policy/rule.h"
 
 namespace {
 
 const char* const kPlaceholders[4] = {"Missing key algorithm", "Missing data algorithm", nullptr, nullptr};
+const char* const kBlanks[4] = {" ", " ", " ", " "};
 
 }  // namespace
 
@@ -40,6 +42,21 @@ bool ACLRemoteSkip::RefersTo(Config_Objects kind, const char* name) const {
 void ACLRemoteSkip::RenameReference(Config_Objects kind, const char* old_name, const char* new_name) {
   algorithms_.Rename(kind, old_name, new_name);
   ACLRemote::RenameReference(kind, old_name, new_name);
+}
+
+std::ostream& ACLRemoteSkip::PrintSkip(std::ostream& out) const {
+  out << "SKIP_VERSION_" << version_ << " \"" << CertificateReference().Name() << '"';
+  return algorithms_.Print(out, kBlanks, version_ == SKIP_V2 ? 4 : 2);
+}
+
+std::ostream& ACLRemoteSkip::Print(std::ostream& out) const {
+  PrintSkip(StatementHead(out) << " \"" << AddressReference().Name() << "\"\t");
+  return entity_text_tail(entity_text_clause(out, " TUNNEL ", TunnelReference()), *this);
+}
+
+std::ostream& ACLRemoteSkip::Enumerate(std::ostream& out, Enumerate_Type) const {
+  ListingPermission(PrintSkip(ListingUserAndAddress(out)) << ' ');
+  return entity_text_comment(entity_text_clause(out, " TUNNEL ", TunnelReference()), *this) << '\n';
 }
 
 Rule* ACLRemoteSkip::GenerateRule(Certificate& local_certificate, Service& service, const Address& local_address) {

@@ -28,6 +28,8 @@ class ACLRemoteSkip : public ACLRemote {
   // this screen.
   Rule* GenerateRule(Certificate& local_certificate, Service& service, const Address& local_address) override;
   IPSEC_TYPE IPsecType() const override { return IPSEC_SKIP; }
+  std::ostream& Print(std::ostream& out) const override;
+  std::ostream& Enumerate(std::ostream& out, Enumerate_Type type) const override;
 
  protected:
   bool RefersTo(Config_Objects kind, const char* name) const override;
@@ -35,6 +37,10 @@ class ACLRemoteSkip : public ACLRemote {
   void GenerateDataRest(std::ostream& out, const Registry& registry) const override;
 
  private:
+  // The version word, the certificate and the algorithms of the version,
+  // each behind a blank.
+  std::ostream& PrintSkip(std::ostream& out) const;
+
   Skip_Version version_;
   SkipAlgorithms algorithms_;
 };

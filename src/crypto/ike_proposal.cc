@@ -3,6 +3,7 @@
 #include <tuple>
 
 #include "crypto/algorithm.h"
+#include "crypto/ike_text.h"
 #include "crypto/ipsec_ike_ah_params.h"
 #include "crypto/ipsec_ike_esp_params.h"
 #include "crypto/named_links.h"
@@ -64,6 +65,14 @@ bool IkeProposal::Names(const char* name) const {
 
 void IkeProposal::Rename(const char* old_name, const char* new_name) {
   for (Entity* algorithm : {encryption_, hash_, method_}) RenameNameReference(algorithm, old_name, new_name);
+}
+
+std::ostream& IkeProposal::PrintValues(std::ostream& out, const Entity& certificate, const char* separator) const {
+  return ike_text_values(out, {encryption_, hash_, group_, method_, &certificate}, separator);
+}
+
+std::ostream& IkeProposal::PrintPhase2(std::ostream& out, bool listing, const char* lead) const {
+  return ike_text_phase2(out, esp_, ah_, listing, lead);
 }
 
 SecurityParametersIKE* IkeProposal::Parameters(const char* source_certificate,

@@ -41,6 +41,13 @@ class IkeProposal {
   bool Names(const char* name) const;
   void Rename(const char* old_name, const char* new_name);
 
+  // The phase 1 values with `certificate` as the last one, joined by
+  // `separator`.
+  std::ostream& PrintValues(std::ostream& out, const Entity& certificate, const char* separator) const;
+  // The ESP and AH clauses there are, each behind `lead`, in the listing
+  // form or in the statement form.
+  std::ostream& PrintPhase2(std::ostream& out, bool listing, const char* lead) const;
+
   // New parameters with this proposal between the two certificates, their
   // algorithms the very objects this proposal resolved to.  The caller
   // links the certificates, tunnels and screens.

@@ -8,6 +8,7 @@
 #include "crypto/algorithm.h"
 #include "crypto/certificate.h"
 #include "crypto/ike_identity.h"
+#include "crypto/ike_text.h"
 #include "crypto/ipsec_ike_ah_params.h"
 #include "crypto/ipsec_ike_esp_params.h"
 #include "crypto/named_links.h"
@@ -163,19 +164,11 @@ std::ostream& SecurityParametersIKE::Print(std::ostream& out) const {
   Quoted(out, method_, "NONE") << ' ';
   Quoted(out, source_certificate_, "") << ' ';
   Quoted(out, destination_certificate_, "") << ' ';
-  if (esp_ != nullptr) esp_->Print(out);
-  if (ah_ != nullptr) ah_->Print(out);
-  return PrintEnds(out);
-}
-
-std::ostream& SecurityParametersIKE::EnumeratePhase2(std::ostream& out) const {
-  if (esp_ != nullptr) esp_->Enumerate(out);
-  if (ah_ != nullptr) ah_->Enumerate(out);
-  return out;
+  return PrintEnds(ike_text_phase2(out, esp_, ah_, false));
 }
 
 std::ostream& SecurityParametersIKE::Enumerate(std::ostream& out) const {
-  EnumeratePhase2(out << "IPSEC ") << "IKE(";
+  ike_text_phase2(out << "IPSEC ", esp_, ah_, true) << "IKE(";
   Quoted(out, encryption_, "NONE") << ", ";
   Quoted(out, hash_, "NONE") << ", " << group_ << ", " << (method_ != nullptr ? method_->Name() : "NONE") << ", ";
   Quoted(out, source_certificate_, "");

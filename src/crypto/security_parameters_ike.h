@@ -64,8 +64,6 @@ class SecurityParametersIKE : public SecurityParameters {
   // The direction when only one end's certificate is local here; the
   // screen clauses say which end this screen is (-1, 0 or 1 each).
   Security_Direction DirectionOfCertificates(int destination, int source) const;
-  // `ESP(...) AH(...) ` of listings.
-  std::ostream& EnumeratePhase2(std::ostream& out) const;
 
   Entity* source_certificate_;
   Entity* destination_certificate_;

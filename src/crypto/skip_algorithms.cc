@@ -48,6 +48,12 @@ int SkipAlgorithms::Resolve(Config_Objects kind, TList<Entity>& list, const Enti
   return kSlots[slot].must_be_installed && resolved_[slot]->IsInstalled(std::cout) != 0;
 }
 
+std::ostream& SkipAlgorithms::Print(std::ostream& out, const char* const words[], int count) const {
+  for (int slot = 0; slot < count; ++slot)
+    out << words[slot] << '"' << (Name(slot) != nullptr ? Name(slot) : "NONE") << '"';
+  return out;
+}
+
 bool SkipAlgorithms::RefersTo(Config_Objects kind, const char* name) const {
   int slot = Slot(kind);
   return slot >= 0 && NameReferenceIs(names_[slot], name);

@@ -31,6 +31,9 @@ class SkipAlgorithms {
   // By position, key first; null for an algorithm left out.
   const char* Name(int slot) const { return names_[slot] != nullptr ? names_[slot]->Name() : nullptr; }
   Algorithm* Resolved(int slot) const { return resolved_[slot]; }
+  // The first `count` names, each quoted behind its word of `words`;
+  // "NONE" for one left out.
+  std::ostream& Print(std::ostream& out, const char* const words[], int count) const;
 
  private:
   // The position of a SKIP algorithm kind, or -1.

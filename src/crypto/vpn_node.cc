@@ -33,6 +33,15 @@ int VPNNode::Refer(Config_Objects kind, const char* name, int print) const {
   return hit;
 }
 
+std::ostream& VPNNode::PrintNames(std::ostream& out) const {
+  return out << '"' << vpn_->Name() << "\" \"" << AddressReference().Name() << "\" ";
+}
+
+std::ostream& VPNNode::PrintComment(std::ostream& out) const {
+  if (Description() != nullptr) out << " COMMENT\t\"" << Description() << '"';
+  return out;
+}
+
 void VPNNode::RenameReference(Config_Objects kind, const char* old_name, const char* new_name) {
   if (kind == CO_VPN) RenameNameReference(vpn_, old_name, new_name);
   end_.Rename(kind, old_name, new_name);

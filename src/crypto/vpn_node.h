@@ -49,6 +49,12 @@ class VPNNode : public Entity {
 
   // Whether a reference of `kind` carries `name`; Refer reports a hit.
   virtual bool RefersTo(Config_Objects kind, const char* name) const;
+  // The VPN and the address, each quoted and followed by a blank, which
+  // statements and listings start with.
+  std::ostream& PrintNames(std::ostream& out) const;
+  // The comment clause of a statement: the word behind a blank, the comment
+  // behind a tab.
+  std::ostream& PrintComment(std::ostream& out) const;
 
  private:
   Entity* vpn_;

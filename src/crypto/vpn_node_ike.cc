@@ -4,6 +4,7 @@
 #include "crypto/named_links.h"
 #include "crypto/security_parameters_ike.h"
 #include "model/address.h"
+#include "model/entity_text.h"
 #include "screen/ferrowall.h"
 
 namespace {
@@ -39,6 +40,20 @@ void VPNNodeIKE::RenameReference(Config_Objects kind, const char* old_name, cons
   if (kind == CO_SCREEN) RenameNameReference(screen_, old_name, new_name);
   if (kind == CO_ALGORITHM) proposal_.Rename(old_name, new_name);
   VPNNode::RenameReference(kind, old_name, new_name);
+}
+
+// The newer order of the proposal, with the group, which the grammar tells
+// from the older by that number.
+std::ostream& VPNNodeIKE::Print(std::ostream& out) const {
+  proposal_.PrintValues(PrintNames(out << "VPNGATEWAY IKE "), CertificateReference(), " ");
+  entity_text_clause(proposal_.PrintPhase2(out, false, " "), " TUNNEL ", TunnelReference());
+  return PrintComment(entity_text_clause(out, " SCREEN ", screen_));
+}
+
+std::ostream& VPNNodeIKE::Enumerate(std::ostream& out, Enumerate_Type) const {
+  proposal_.PrintPhase2(PrintNames(out) << "IPSEC", true, " ") << " IKE(";
+  entity_text_clause(proposal_.PrintValues(out, CertificateReference(), ", ") << ')', " SCREEN ", screen_);
+  return entity_text_comment(entity_text_clause(out, " TUNNEL ", TunnelReference()), *this) << '\n';
 }
 
 // The proposal comes from this side of the pair; certificates, tunnels and

@@ -7,11 +7,15 @@
 #include "crypto/named_links.h"
 #include "crypto/skip_parameter.h"
 #include "model/address.h"
+#include "model/entity_text.h"
 
 namespace {
 
 const char* const kPlaceholders[4] = {"Missing Key Algorithm", "Missing Data Algorithm", "Missing MAC Algorithm",
                                       "Missing Compression Algorith"};
+
+const char* const kStatementWords[4] = {" KEYS ", " DATAS ", " MACS ", " COMPRESSIONS "};
+const char* const kListingWords[4] = {" KEY ", " DATA ", " MAC ", " COMPRESSION "};
 
 const char* NameOf(const Entity* reference) { return reference != nullptr ? reference->Name() : nullptr; }
 
@@ -32,6 +36,19 @@ bool VPNNodeSkip::RefersTo(Config_Objects kind, const char* name) const {
 void VPNNodeSkip::RenameReference(Config_Objects kind, const char* old_name, const char* new_name) {
   algorithms_.Rename(kind, old_name, new_name);
   VPNNode::RenameReference(kind, old_name, new_name);
+}
+
+std::ostream& VPNNodeSkip::PrintSkip(std::ostream& out, const char* const words[4]) const {
+  algorithms_.Print(out << '"' << CertificateReference().Name() << '"', words, 4);
+  return entity_text_clause(out, " TUNNEL ", TunnelReference());
+}
+
+std::ostream& VPNNodeSkip::Print(std::ostream& out) const {
+  return PrintComment(PrintSkip(PrintNames(out << "VPNGATEWAY "), kStatementWords));
+}
+
+std::ostream& VPNNodeSkip::Enumerate(std::ostream& out, Enumerate_Type) const {
+  return entity_text_comment(PrintSkip(PrintNames(out) << "SKIP ", kListingWords), *this) << '\n';
 }
 
 // The algorithms come from this side of the pair; certificates and

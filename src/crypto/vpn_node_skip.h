@@ -20,11 +20,19 @@ class VPNNodeSkip : public VPNNode {
   void RenameReference(Config_Objects kind, const char* old_name, const char* new_name) override;
   SecurityParameters* GenerateSecurityParameters(const VPNNode& peer) const override;
   IPSEC_TYPE Type() const override { return IPSEC_SKIP; }
+  std::ostream& Print(std::ostream& out) const override;
+  // The full line whatever `type` asks: a gateway has no name to list
+  // alone.
+  std::ostream& Enumerate(std::ostream& out, Enumerate_Type type) const override;
 
  protected:
   bool RefersTo(Config_Objects kind, const char* name) const override;
 
  private:
+  // The certificate, the algorithms each behind its word of `words`, and
+  // the tunnel.
+  std::ostream& PrintSkip(std::ostream& out, const char* const words[4]) const;
+
   SkipAlgorithms algorithms_;
 };
 

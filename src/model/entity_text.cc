@@ -17,6 +17,16 @@ std::ostream& entity_text_comment(std::ostream& out, const Entity& entity) {
   return out;
 }
 
+std::ostream& entity_text_screen(std::ostream& out, const Entity& entity) {
+  if (entity.Screen() != nullptr) out << "SCREEN \"" << entity.Screen() << "\" ";
+  return out;
+}
+
+std::ostream& entity_text_clause(std::ostream& out, const char* word, const Entity* reference) {
+  if (reference != nullptr) out << word << '"' << reference->Name() << '"';
+  return out;
+}
+
 std::string entity_text_joined(const Entity& left, const char* sign, const Entity& right) {
   return std::string(left.Name()) + sign + right.Name();
 }

@@ -16,6 +16,12 @@ std::ostream& entity_text_head(std::ostream& out, const Entity& entity, Enumerat
 std::ostream& entity_text_tail(std::ostream& out, const Entity& entity);
 // The comment of a full listing line, behind a blank.
 std::ostream& entity_text_comment(std::ostream& out, const Entity& entity);
+// The screen that starts a full listing line, each word followed by a
+// blank; nothing without a screen.
+std::ostream& entity_text_screen(std::ostream& out, const Entity& entity);
+// `word` and the name of `reference` in double quotes; nothing without a
+// reference, since such clauses are optional.
+std::ostream& entity_text_clause(std::ostream& out, const char* word, const Entity* reference);
 // The name of an object derived from two others: both names joined by the
 // operation's sign.
 std::string entity_text_joined(const Entity& left, const char* sign, const Entity& right);

@@ -170,7 +170,7 @@ std::ostream& Nat::PrintAddresses(std::ostream& out) const {
 }
 
 std::ostream& Nat::Enumerate(std::ostream& out, Enumerate_Type) const {
-  if (Screen() != nullptr) out << "SCREEN \"" << Screen() << "\" ";
+  entity_text_screen(out, *this);
   return entity_text_comment(PrintAddresses(out), *this) << '\n';
 }
 

@@ -588,7 +588,7 @@ std::ostream& Rule::PrintMiddle(std::ostream& out, bool listing) const {
 const char* Rule::ActionWord() const { return action_ == ACTION_ALLOW ? "ALLOW" : "DENY"; }
 
 std::ostream& Rule::Enumerate(std::ostream& out, Enumerate_Type) const {
-  if (Screen() != nullptr) out << "SCREEN \"" << Screen() << "\" ";
+  entity_text_screen(out, *this);
   out << '"' << input_service_->Name() << "\" \"" << source_->Name() << "\" \""
       << destination_->Name() << '"';
   if (use_ != nullptr) out << " USER \"" << use_->Name() << '"';

@@ -7,10 +7,12 @@
 
 #include "crypto/algorithm.h"
 #include "crypto/certificate.h"
+#include "crypto/ike_text.h"
 #include "crypto/ipsec_ike_ah_params.h"
 #include "crypto/ipsec_ike_esp_params.h"
 #include "model/address.h"
 #include "model/address_list.h"
+#include "model/entity_text.h"
 #include "model/name_reference.h"
 #include "model/registry.h"
 #include "policy/rule.h"
@@ -37,22 +39,6 @@ unsigned char* NewEtherAddress(const char* text) {
 
 bool NamedAs(const Entity* reference, const char* name) {
   return reference != nullptr && name != nullptr && strcmp(reference->Name(), name) == 0;
-}
-
-// ` WORD "name"` for a reference that is there.
-std::ostream& PrintReference(std::ostream& out, const char* word, const Entity* reference) {
-  if (reference != nullptr) out << word << '"' << reference->Name() << '"';
-  return out;
-}
-
-// A name of the IKE form, with "NONE" standing for a missing one.
-std::ostream& QuotedOrNone(std::ostream& out, const Entity* reference) {
-  return out << '"' << (reference != nullptr ? reference->Name() : "NONE") << '"';
-}
-
-// The authentication method stands bare when it is set.
-std::ostream& AuthenticationOrNone(std::ostream& out, const Entity* reference) {
-  return reference != nullptr ? out << reference->Name() : QuotedOrNone(out, reference);
 }
 
 // Whether a linked certificate belongs to another key management than
@@ -315,28 +301,23 @@ bool Ferrowall::HasIKE() const {
          esp_params_ != nullptr;
 }
 
-std::ostream& Ferrowall::PrintIKE(std::ostream& out) const {
-  out << " IKE ";
-  QuotedOrNone(out, ike_encryption_) << ' ';
-  QuotedOrNone(out, ike_hash_) << ' ' << oakley_group_ << ' ';
-  AuthenticationOrNone(out, ike_authentication_) << ' ';
-  QuotedOrNone(out, ike_certificate_) << ' ';
-  if (esp_params_ != nullptr) esp_params_->Print(out);
-  if (ah_params_ != nullptr) ah_params_->Print(out);
-  return out;
+IkeTextValues Ferrowall::IkeValues() const {
+  return {ike_encryption_, ike_hash_, oakley_group_, ike_authentication_, ike_certificate_};
 }
 
+std::ostream& Ferrowall::PrintIKE(std::ostream& out) const {
+  ike_text_values(out << " IKE ", IkeValues(), " ") << ' ';
+  return ike_text_phase2(out, esp_params_, ah_params_, false);
+}
+
+// A listing names the certificate alone when phase 1 has nothing else.
 std::ostream& Ferrowall::EnumerateIKE(std::ostream& out) const {
-  out << ' ';
-  if (esp_params_ != nullptr) esp_params_->Enumerate(out);
-  if (ah_params_ != nullptr) ah_params_->Enumerate(out);
-  out << "IKE(";
-  if (ike_encryption_ != nullptr || ike_hash_ != nullptr || oakley_group_ != 0 || ike_authentication_ != nullptr) {
-    QuotedOrNone(out, ike_encryption_) << ", ";
-    QuotedOrNone(out, ike_hash_) << ", " << oakley_group_ << ", ";
-    AuthenticationOrNone(out, ike_authentication_) << ", ";
-  }
-  return QuotedOrNone(out, ike_certificate_) << ") ";
+  ike_text_phase2(out << ' ', esp_params_, ah_params_, true) << "IKE(";
+  if (ike_encryption_ != nullptr || ike_hash_ != nullptr || oakley_group_ != 0 || ike_authentication_ != nullptr)
+    ike_text_values(out, IkeValues(), ", ");
+  else
+    out << '"' << (ike_certificate_ != nullptr ? ike_certificate_->Name() : "NONE") << '"';
+  return out << ") ";
 }
 
 std::ostream& Ferrowall::PrintStealthNetwork(std::ostream& out, bool listing) const {
@@ -352,16 +333,16 @@ std::ostream& Ferrowall::PrintSettings(std::ostream& out, bool listing) const {
   out << " SCREEN";
   if (admin_ip_ != nullptr) {
     if (admin_ip_->Inline()) out << " ADMIN_IP " << admin_ip_->Name();
-    else PrintReference(out, " ADMIN_IP ", admin_ip_);
+    else entity_text_clause(out, " ADMIN_IP ", admin_ip_);
   }
   if (HasIKE()) listing ? EnumerateIKE(out) : PrintIKE(out);
-  PrintReference(out, words.skip_certificate, skip_certificate_);
-  PrintReference(out, words.keys, key_algorithm_);
-  PrintReference(out, words.datas, data_algorithm_);
-  PrintReference(out, words.macs, mac_algorithm_);
-  PrintReference(out, words.compressions, compression_algorithm_);
-  PrintReference(out, " TUNNEL ", tunnel_);
-  PrintReference(out, " MASTER ", master_);
+  entity_text_clause(out, words.skip_certificate, skip_certificate_);
+  entity_text_clause(out, words.keys, key_algorithm_);
+  entity_text_clause(out, words.datas, data_algorithm_);
+  entity_text_clause(out, words.macs, mac_algorithm_);
+  entity_text_clause(out, words.compressions, compression_algorithm_);
+  entity_text_clause(out, " TUNNEL ", tunnel_);
+  entity_text_clause(out, " MASTER ", master_);
   if (timeout_ != 0) out << " TIMEOUT " << timeout_;
   if (certificate_discovery_) out << words.certificate_discovery;
   if (dest_check_) out << " DEST_CHECK";

@@ -24,6 +24,7 @@ class Registry;
 class Rule;
 class SecurityParameters;
 class Service;
+struct IkeTextValues;
 
 // What a screen statement says, in the order of its options.  Texts are
 // copied by the screen; `admin_ip` and `snmp_recipients` pass to it;
@@ -150,6 +151,8 @@ class Ferrowall : public Entity {
  private:
   // Everything behind the name, as a statement or as a listing.
   std::ostream& PrintSettings(std::ostream& out, bool listing) const;
+  // The values of the phase 1 clause.
+  IkeTextValues IkeValues() const;
   std::ostream& PrintIKE(std::ostream& out) const;
   std::ostream& EnumerateIKE(std::ostream& out) const;
   std::ostream& PrintStealthNetwork(std::ostream& out, bool listing) const;

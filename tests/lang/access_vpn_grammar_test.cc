@@ -1,12 +1,14 @@
 // The access and VPN gateway statements: which object each form appends,
-// with what, and the texts the grammar refuses.
+// with what, the saved text that reads back to it, the listing line, and
+// the texts the grammar refuses.
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
 
 #include "crypto/acl_remote_ike.h"
 #include "crypto/acl_remote_skip.h"
-#include "crypto/vpn_node.h"
+#include "crypto/vpn_node_ike.h"
 #include "lang/parsed_configuration.h"
 #include "model/registry.h"
 #include "policy/policy.h"
@@ -106,6 +108,111 @@ INSTANTIATE_TEST_SUITE_P(
         GatewayForm{"VPNGATEWAY IKE corp lan cert \"RSA-SIGNATURES\" \"DES\" \"MD5\" AH \"MD5\" SCREEN peer TUNNEL gw "
                     "COMMENT \"old\" ;",
                     "corp", IPSEC_IKE, "gw"}));
+
+struct SavedForm {
+  const char* name;
+  const char* written;
+  const char* saved;   // the entry's Print text
+  const char* listed;  // its listing line
+};
+
+class SavedFormTest : public testing::TestWithParam<SavedForm> {};
+
+// The text of the three lists that the statements fill, in this order.
+std::string PolicyText(Policy& policy, std::string (*text)(const OrderedEntityList&)) {
+  return text(policy.ACLsLocal()) + text(policy.ACLsRemote()) + text(policy.VPNNodes());
+}
+
+TEST_P(SavedFormTest, SavedTextReadsBackUnchanged) {
+  const SavedForm& form = GetParam();
+  ParsedConfiguration parsed(form.written);
+  ASSERT_EQ(parsed.result, 0) << parsed.err;
+  std::string saved = PolicyText(*parsed.config.ThePolicy(), PrintedEntries);
+  EXPECT_EQ(saved, std::string(form.saved) + "\n");
+  EXPECT_EQ(PolicyText(*parsed.config.ThePolicy(), ListedEntries), form.listed);
+  ParsedConfiguration again(saved + " ;\n");
+  ASSERT_EQ(again.result, 0) << again.err;
+  EXPECT_EQ(PolicyText(*again.config.ThePolicy(), PrintedEntries), saved);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Forms, SavedFormTest,
+    testing::Values(
+        SavedForm{"LocalWithScreenAndComment", "ACCESS alice all SCREEN gw COMMENT \"a \\\"desk\\\"\" ;",
+                  "ACCESS \"alice\"\tALL\tSCREEN\t\"gw\"\tCOMMENT\t\"a \\\"desk\\\"\"",
+                  "SCREEN \"gw\" USER \"alice\" PERMISSION ALL COMMENT \"a \\\"desk\\\"\"\n"},
+        SavedForm{"LocalWithoutLevel", "ACCESS \"IKE\" ;", "ACCESS \"IKE\"\t", "USER \"IKE\" PERMISSION \n"},
+        SavedForm{"SkipVersion1WithTunnel", "ACCESS bob READ desk SKIP_VERSION_1 cert k d TUNNEL gw ;",
+                  "ACCESS \"bob\"\tREAD \"desk\"\tSKIP_VERSION_1 \"cert\" \"k\" \"d\" TUNNEL \"gw\"",
+                  "USER \"bob\" \"desk\" SKIP_VERSION_1 \"cert\" \"k\" \"d\" PERMISSION READ TUNNEL \"gw\"\n"},
+        SavedForm{"SkipVersion2", "ACCESS bob desk SKIP_VERSION_2 cert k d m c SCREEN gw COMMENT \"x\" ;",
+                  "ACCESS \"bob\"\t \"desk\"\tSKIP_VERSION_2 \"cert\" \"k\" \"d\" \"m\" \"c\""
+                  "\tSCREEN\t\"gw\"\tCOMMENT\t\"x\"",
+                  "SCREEN \"gw\" USER \"bob\" \"desk\" SKIP_VERSION_2 \"cert\" \"k\" \"d\" \"m\" \"c\" "
+                  "PERMISSION  COMMENT \"x\"\n"},
+        SavedForm{"IkeTunnel",
+                  "ACCESS IKE carol ALL desk DES MD5 2 RSA-SIGNATURES cert ESP DES MD5 AH SHA TUNNEL gw ;",
+                  "ACCESS IKE \"carol\" ALL \"desk\" \"DES\" \"MD5\" 2 RSA-SIGNATURES \"cert\" "
+                  "ESP \"DES\" \"MD5\" AH \"SHA\"  TUNNEL \"gw\"",
+                  "USER \"carol\" \"desk\" IPSEC ESP(\"DES\", \"MD5\") AH(\"SHA\") "
+                  "IKE(\"DES\", \"MD5\", 2, RSA-SIGNATURES, \"cert\") TUNNEL \"gw\" PERMISSION ALL\n"},
+        SavedForm{"IkeTransportWithoutAuthentication",
+                  "ACCESS IKE carol desk DES MD5 2 \"PRE-SHARED\" key ESP DES \"NONE\" TRANSPORT SCREEN gw ;",
+                  "ACCESS IKE \"carol\"  \"desk\" \"DES\" \"MD5\" 2 PRE-SHARED \"key\" ESP \"DES\" \"\"  "
+                  "TRANSPORT\tSCREEN\t\"gw\"",
+                  "SCREEN \"gw\" USER \"carol\" \"desk\" IPSEC ESP(\"DES\") "
+                  "IKE(\"DES\", \"MD5\", 2, PRE-SHARED, \"key\") TRANSPORT PERMISSION \n"},
+        SavedForm{"SkipGatewayWrittenAsNode",
+                  "VPNNODE corp lan cert KEYS k DATAS d MACS m COMPRESSIONS c TUNNEL gw COMMENT \"skip\" ;",
+                  "VPNGATEWAY \"corp\" \"lan\" \"cert\" KEYS \"k\" DATAS \"d\" MACS \"m\" COMPRESSIONS \"c\" "
+                  "TUNNEL \"gw\" COMMENT\t\"skip\"",
+                  "\"corp\" \"lan\" SKIP \"cert\" KEY \"k\" DATA \"d\" MAC \"m\" COMPRESSION \"c\" "
+                  "TUNNEL \"gw\" COMMENT \"skip\"\n"},
+        SavedForm{"IkeGatewayInTheOlderOrder",
+                  "VPNGATEWAY IKE corp lan cert RSA-SIGNATURES DES MD5 ESP DES MD5 AH SHA SCREEN peer TUNNEL gw "
+                  "COMMENT \"old\" ;",
+                  "VPNGATEWAY IKE \"corp\" \"lan\" \"DES\" \"MD5\" 1 RSA-SIGNATURES \"cert\" "
+                  "ESP \"DES\" \"MD5\"  AH \"SHA\"  TUNNEL \"gw\" SCREEN \"peer\" COMMENT\t\"old\"",
+                  "\"corp\" \"lan\" IPSEC ESP(\"DES\", \"MD5\")  AH(\"SHA\")  IKE(\"DES\", \"MD5\", 1, RSA-SIGNATURES, "
+                  "\"cert\") SCREEN \"peer\" TUNNEL \"gw\" COMMENT \"old\"\n"},
+        SavedForm{"IkeGatewayPlain", "VPNGATEWAY IKE corp lan DES MD5 2 RSA-SIGNATURES cert ;",
+                  "VPNGATEWAY IKE \"corp\" \"lan\" \"DES\" \"MD5\" 2 RSA-SIGNATURES \"cert\"",
+                  "\"corp\" \"lan\" IPSEC IKE(\"DES\", \"MD5\", 2, RSA-SIGNATURES, \"cert\")\n"}),
+    [](const testing::TestParamInfo<SavedForm>& info) { return std::string(info.param.name); });
+
+// Entries made without some values, which no statement leaves out, write
+// "NONE" there, and that text reads back.
+TEST(AccessVpnGrammarTest, MissingValuesAreSavedAsNone) {
+  const char* algorithms[4] = {"k", "d", nullptr, nullptr};
+  ACLRemoteSkip entry("bob", ACCESS_READ, "desk", SKIP_V2, "cert", algorithms, nullptr, nullptr, nullptr);
+  VPNNodeIKE gateway(nullptr, "lan", {nullptr, nullptr, 1, nullptr}, "cert", nullptr, nullptr, nullptr, nullptr,
+                     nullptr);
+  std::ostringstream statements;
+  statements << entry << gateway;
+  ParsedConfiguration again(statements.str());
+  ASSERT_EQ(again.result, 0) << again.err;
+  EXPECT_EQ(PolicyText(*again.config.ThePolicy(), PrintedEntries),
+            "ACCESS \"bob\"\tREAD \"desk\"\tSKIP_VERSION_2 \"cert\" \"k\" \"d\" \"NONE\" \"NONE\"\n"
+            "VPNGATEWAY IKE \"*\" \"lan\" \"NONE\" \"NONE\" 1 NONE \"cert\"\n");
+}
+
+// A search for what refers to a name lists each entry by its position,
+// its list and its listing line.
+TEST(AccessVpnGrammarTest, ReferencesAreListedWithTheEntriesListingLines) {
+  ParsedConfiguration parsed(
+      "ACCESS alice READ SCREEN gw ;\n"
+      "ACCESS bob desk SKIP_VERSION_1 cert k d SCREEN other ;\n"
+      "ACCESS IKE carol WRITE desk DES MD5 2 RSA-SIGNATURES cert TRANSPORT SCREEN gw ;\n"
+      "VPNGATEWAY IKE corp lan DES MD5 2 RSA-SIGNATURES cert SCREEN gw ;\n");
+  ASSERT_EQ(parsed.result, 0) << parsed.err;
+  testing::internal::CaptureStdout();
+  EXPECT_EQ(parsed.config.ThePolicy()->IsReferenced(CO_SCREEN, "gw", 1), 3);
+  EXPECT_EQ(testing::internal::GetCapturedStdout(),
+            "1\tACLLocal\tSCREEN \"gw\" USER \"alice\" PERMISSION READ\n"
+            "2\tACLRemote\tSCREEN \"gw\" USER \"carol\" \"desk\" "
+            "IPSEC IKE(\"DES\", \"MD5\", 2, RSA-SIGNATURES, \"cert\") TRANSPORT PERMISSION WRITE\n"
+            "1\tVPNGateway\t\"corp\" \"lan\" IPSEC IKE(\"DES\", \"MD5\", 2, RSA-SIGNATURES, \"cert\") SCREEN \"gw\"\n");
+}
 
 TEST(AccessVpnGrammarTest, RefusesWhatNoFormTakes) {
   // An unquoted IKE starts the IKE form, which needs its addresses.

@@ -8,12 +8,14 @@
 
 #include <cstdio>
 #include <memory>
+#include <sstream>
 #include <string>
 
 #include "driver/configuration.h"
 #include "driver/fw_file.h"
 #include "lang/parser.h"
 #include "lang/scanner.h"
+#include "model/ordered_entity_list.h"
 #include "model/registry.h"
 
 struct ParsedConfiguration {
@@ -46,6 +48,22 @@ inline std::string Names(const TList<Entity>& list) {
   for (TList_Cell<Entity>* cell = list.Head(); cell != nullptr; cell = cell->Next())
     names += std::string(cell->Data()->Name()) + " ";
   return names;
+}
+
+// The saved text of each entry of a policy list, one a line.
+inline std::string PrintedEntries(const OrderedEntityList& list) {
+  std::ostringstream out;
+  for (TList_Cell<Entity>* cell = list.Items().Head(); cell != nullptr; cell = cell->Next())
+    cell->Data()->Print(out) << '\n';
+  return out.str();
+}
+
+// The full listing line of each entry of a policy list.
+inline std::string ListedEntries(const OrderedEntityList& list) {
+  std::ostringstream out;
+  for (TList_Cell<Entity>* cell = list.Items().Head(); cell != nullptr; cell = cell->Next())
+    cell->Data()->Enumerate(out, ENUM_FULL);
+  return out.str();
 }
 
 // The text is refused at `token`, with one counted error.

@@ -2,7 +2,6 @@
 // effect depends on their order.
 #include <gtest/gtest.h>
 
-#include <sstream>
 #include <string>
 
 #include "lang/parsed_configuration.h"
@@ -43,13 +42,6 @@ TEST(HeaderGrammarTest, HeaderStatementsTakeNoSemicolon) {
 }
 
 
-std::string PrintedEntries(const OrderedEntityList& list) {
-  std::ostringstream out;
-  for (TList_Cell<Entity>* cell = list.Items().Head(); cell != nullptr; cell = cell->Next())
-    cell->Data()->Print(out) << '\n';
-  return out.str();
-}
-
 TEST(RuleGrammarTest, AllowAndDenyFormsWithEveryOption) {
   ParsedConfiguration parsed(
       "RULE www \"*\" web USER bob VPN corp ALLOW LOG_SESSION SNMP TIME office SCREEN gate COMMENT \"c\" ;\n"
@@ -74,13 +66,6 @@ TEST(RuleGrammarTest, OptionsThatTheFormsRefuse) {
   ExpectSyntaxError("RULE s a b ALLOW TIME t LOG_DETAIL ;", "LOG_DETAIL");
   ExpectSyntaxError("RULE s a b ;", ";");
   ExpectSyntaxError("RULE s a ALLOW ;", "ALLOW");
-}
-
-std::string ListedEntries(const OrderedEntityList& list) {
-  std::ostringstream out;
-  for (TList_Cell<Entity>* cell = list.Items().Head(); cell != nullptr; cell = cell->Next())
-    cell->Data()->Enumerate(out, ENUM_FULL);
-  return out.str();
 }
 
 // Saved, a clause names every option, the ones that are off behind "!";

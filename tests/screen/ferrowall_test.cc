@@ -8,6 +8,8 @@
 
 #include "crypto/algorithm.h"
 #include "crypto/certificate.h"
+#include "crypto/ipsec_ike_ah_params.h"
+#include "crypto/ipsec_ike_esp_params.h"
 #include "screen/distribution_fixture.h"
 #include "model/address.h"
 #include "model/registry.h"
@@ -229,6 +231,8 @@ FerrowallSettings FullSettings(simplerange* clk) {
   settings.ike_encryption = "3DES-CBC";
   settings.oakley_group = 2;
   settings.ike_authentication = "PRE-SHARED";
+  settings.esp_params = new IPsecIKEespParams("3DES", nullptr);
+  settings.ah_params = new IPsecIKEahParams("SHA1");
   settings.skip_certificate = "skipc";
   settings.key_algorithm = "k";
   settings.data_algorithm = "d";
@@ -268,13 +272,15 @@ TEST_F(FerrowallTest, StatementWithEveryOption) {
   simplerange clk;
   const Ferrowall& screen = AddScreen("s", FullSettings(&clk));
   EXPECT_EQ(statement(screen),
-            "\"s\" SCREEN ADMIN_IP \"adm\" IKE \"3DES-CBC\" \"NONE\" 2 PRE-SHARED \"NONE\"  CERTIFICATE \"skipc\""
+            "\"s\" SCREEN ADMIN_IP \"adm\" IKE \"3DES-CBC\" \"NONE\" 2 PRE-SHARED \"NONE\" ESP \"3DES\" \"\" AH \"SHA1\"  "
+            "CERTIFICATE \"skipc\""
             " KEYS \"k\" DATAS \"d\" MACS \"m\" COMPRESSIONS \"c\" TUNNEL \"tun\" MASTER \"boss\" TIMEOUT 30"
             " CERTIFICATE_DISCOVERY DEST_CHECK ROUTING DNS NIS LOGSIZE 100 HA_PRIMARY HA_ADMIN_IP 10.9.0.1"
             " HA_ETHER \"8:0:20:a:b:ff\" 10.0.0.9 10.0.0.10 SNMP_TIMER 60 CLK 10.1.0.0 255.255.0.0"
             " COMMENT \"all\"");
   EXPECT_EQ(listing(screen, ENUM_FULL),
-            "\"s\" SCREEN ADMIN_IP \"adm\" IKE(\"3DES-CBC\", \"NONE\", 2, PRE-SHARED, \"NONE\")  ADMIN_CERTIFICATE"
+            "\"s\" SCREEN ADMIN_IP \"adm\" ESP(\"3DES\") AH(\"SHA1\") IKE(\"3DES-CBC\", \"NONE\", 2, PRE-SHARED, \"NONE\") "
+            " ADMIN_CERTIFICATE"
             " \"skipc\" KEY \"k\" DATA \"d\" MAC \"m\" COMPRESSION \"c\" TUNNEL \"tun\" MASTER \"boss\""
             " TIMEOUT 30 CDP DEST_CHECK RIP DNS NIS LOGSIZE 100 HA_PRIMARY HA_IP 10.9.0.1"
             " HA_ETHER 8:0:20:a:b:ff SNMP 10.0.0.9 10.0.0.10 SNMP_TIMER 60 STEALTH_NET 10.1.0.0/255.255.0.0"
