@@ -66,6 +66,11 @@ class Address : public Entity {
 
   // The set's own ranges in ascending order; the caller frees the list only.
   TList<Range>* CreateOrderedRangeList() const;
+  // Calls `visit` with each range of the set in ascending order.
+  template <class Visit>
+  void ForEachOrdered(Visit visit) const {
+    for (const auto& slot : index_) visit(*slot.second.cell->Data());
+  }
   // Counted in 64 bits: the whole space is 4294967296 addresses.
   unsigned long long SizeOf() const;
   // Given on first demand from a class-wide counter.
