@@ -38,17 +38,17 @@ Address::Address(const char* name, uint32_t start, uint32_t end, const char* scr
 }
 
 Address::Address(const char* name, const char* screen, const char* description, int type)
-    : Entity(name, screen, description, 0),
-      ranges_(new TList<Range>),
-      type_(type),
-      inline_(0),
-      unique_id_(-1),
-      next_order_(0) {}
+    : Address(name, screen, description, type, std::make_shared<RangeSet>()) {}
+
+Address::Address(const char* name, const char* screen, const char* description, int type,
+                 std::shared_ptr<RangeSet> set)
+    : Entity(name, screen, description, 0), set_(std::move(set)), type_(type), inline_(0), unique_id_(-1) {}
 
 Address::Address(const Address& other)
-    : Address(other.Name(), other.Screen(), other.Description(), other.type_) {
+    : Address(other.Name(), other.Screen(), other.Description(), other.type_,
+              other.set_->plain ? other.set_ : std::make_shared<RangeSet>()) {
   Used(other.Used());
-  Include(other);
+  if (set_ != other.set_) Include(other);
 }
 
 Address::Address(const simplerange* range)
@@ -56,45 +56,58 @@ Address::Address(const simplerange* range)
   inline_ = 1;
 }
 
-Address::~Address() {
-  ranges_->Delete_Data();
-  delete ranges_;
+Address::~Address() = default;
+
+// The copy keeps list order and ranks, so that it behaves as the shared
+// ranges did.
+void Address::Own() {
+  if (set_.use_count() == 1) return;
+  auto own = std::make_shared<RangeSet>();
+  for (TList_Cell<Range>* cell = set_->ranges.Head(); cell != nullptr; cell = cell->Next()) {
+    Range* range = new Range(*cell->Data());
+    own->ranges.Append(*range);
+    own->index[range->Start()] = Slot{own->ranges.Tail(), set_->index.at(range->Start()).order};
+  }
+  own->next_order = set_->next_order;
+  own->plain = set_->plain;
+  set_ = std::move(own);
 }
 
 void Address::AppendRange(Range* range) {
-  ranges_->Append(*range);
-  index_[range->Start()] = Slot{ranges_->Tail(), next_order_++};
+  set_->ranges.Append(*range);
+  set_->index[range->Start()] = Slot{set_->ranges.Tail(), set_->next_order++};
+  if (range->Type() != RT_ADDRESS || range->Style() != RS_ADDRESSES) set_->plain = false;
 }
 
 Address::Index::iterator Address::RemoveRange(Index::iterator slot) {
-  ranges_->Delete_Data_Cell(slot->second.cell);
-  return index_.erase(slot);
+  set_->ranges.Delete_Data_Cell(slot->second.cell);
+  return set_->index.erase(slot);
 }
 
-void Address::ClearRanges() {
-  ranges_->Delete_Data();
-  index_.clear();
-}
+void Address::ClearRanges() { set_ = std::make_shared<RangeSet>(); }
 
 // Ranges are disjoint, so only the last range starting at or below `value`
 // can reach it from below.
 Address::Index::const_iterator Address::FirstReaching(uint32_t value) const {
-  auto slot = index_.upper_bound(value);
-  return slot == index_.begin() ? slot : std::prev(slot);
+  const Index& index = set_->index;
+  auto slot = index.upper_bound(value);
+  return slot == index.begin() ? slot : std::prev(slot);
 }
 
 Address::Index::iterator Address::FirstReaching(uint32_t value) {
-  auto slot = index_.upper_bound(value);
-  return slot == index_.begin() ? slot : std::prev(slot);
+  Index& index = set_->index;
+  auto slot = index.upper_bound(value);
+  return slot == index.begin() ? slot : std::prev(slot);
 }
 
 // A range that touches the new one can't touch another range of the set,
 // so growing the new range never brings in a range beyond those that touch
 // the argument: one ordered pass finds them all.
 void Address::Include(const Range& range) {
+  Own();
   Range* merged = new Range(range.Start(), range.End(), RT_ADDRESS, RS_ADDRESSES);
   auto slot = FirstReaching(merged->Start());
-  while (slot != index_.end()) {
+  while (slot != set_->index.end()) {
     const Range& candidate = *slot->second.cell->Data();
     if (candidate.Intersects(*merged) || candidate.Adjacent(*merged)) {
       merged->Consume(candidate);
@@ -109,19 +122,21 @@ void Address::Include(const Range& range) {
 }
 
 void Address::Include(const TList<Range>& ranges) {
-  if (&ranges == ranges_) return;
+  if (&ranges == &set_->ranges) return;
   for (TList_Cell<Range>* cell = ranges.Head(); cell != nullptr; cell = cell->Next())
     Include(*cell->Data());
 }
 
-void Address::Include(const Address& other) { Include(*other.ranges_); }
+void Address::Include(const Address& other) { Include(other.set_->ranges); }
 
 // Each range of the set meets the cut on its own: it goes, it is split (the
 // upper piece joins the end of the list), or it loses the end that the cut
 // covers.
 void Address::Exclude(const Range& cut) {
+  if (!Intersects(cut)) return;
+  Own();
   auto slot = FirstReaching(cut.Start());
-  while (slot != index_.end() && slot->first <= cut.End()) {
+  while (slot != set_->index.end() && slot->first <= cut.End()) {
     Range& range = *slot->second.cell->Data();
     if (cut.SupersetOf(range)) {
       slot = RemoveRange(slot);
@@ -143,12 +158,12 @@ void Address::ExcludeFrom(Index::iterator slot, const Range& cut) {
   range.Exclude(cut);
   if (range.Start() == old_start) return;
   Slot moved = slot->second;
-  index_.erase(slot);
-  index_[range.Start()] = moved;
+  set_->index.erase(slot);
+  set_->index[range.Start()] = moved;
 }
 
 void Address::Exclude(const TList<Range>& ranges) {
-  if (&ranges == ranges_) {
+  if (&ranges == &set_->ranges) {
     ClearRanges();
     return;
   }
@@ -157,28 +172,29 @@ void Address::Exclude(const TList<Range>& ranges) {
 }
 
 void Address::Exclude(const Address& other) {
-  if (ranges_->Empty()) return;
-  Exclude(*other.ranges_);
+  if (set_->ranges.Empty()) return;
+  Exclude(other.set_->ranges);
 }
 
 bool Address::Intersects(const Range& range) const {
-  auto slot = index_.upper_bound(range.End());
-  if (slot == index_.begin()) return false;
+  const Index& index = set_->index;
+  auto slot = index.upper_bound(range.End());
+  if (slot == index.begin()) return false;
   return std::prev(slot)->second.cell->Data()->Intersects(range);
 }
 
 bool Address::Intersects(const Address& other) const {
   if (&other == this) return true;
-  const Address& small = index_.size() <= other.index_.size() ? *this : other;
+  const Address& small = set_->index.size() <= other.set_->index.size() ? *this : other;
   const Address& large = &small == this ? other : *this;
-  for (TList_Cell<Range>* cell = small.ranges_->Head(); cell != nullptr; cell = cell->Next())
+  for (TList_Cell<Range>* cell = small.set_->ranges.Head(); cell != nullptr; cell = cell->Next())
     if (large.Intersects(*cell->Data())) return true;
   return false;
 }
 
 TList<Range>* Address::Intersection(const Range& range) const {
   std::vector<std::pair<uint64_t, Range*>> pieces;
-  for (auto slot = FirstReaching(range.Start()); slot != index_.end() && slot->first <= range.End();
+  for (auto slot = FirstReaching(range.Start()); slot != set_->index.end() && slot->first <= range.End();
        ++slot) {
     const Range& own = *slot->second.cell->Data();
     if (!own.Intersects(range)) continue;
@@ -194,14 +210,15 @@ TList<Range>* Address::Intersection(const Range& range) const {
 }
 
 bool Address::Contains(const Range& range) const {
-  auto slot = index_.upper_bound(range.Start());
-  if (slot == index_.begin()) return false;
+  const Index& index = set_->index;
+  auto slot = index.upper_bound(range.Start());
+  if (slot == index.begin()) return false;
   return std::prev(slot)->second.cell->Data()->SupersetOf(range);
 }
 
 bool Address::SubsetOf(const Address& other) const {
-  if (&other == this) return true;
-  for (TList_Cell<Range>* cell = ranges_->Head(); cell != nullptr; cell = cell->Next())
+  if (&other == this || other.set_ == set_) return true;
+  for (TList_Cell<Range>* cell = set_->ranges.Head(); cell != nullptr; cell = cell->Next())
     if (!other.Contains(*cell->Data())) return false;
   return true;
 }
@@ -209,9 +226,11 @@ bool Address::SubsetOf(const Address& other) const {
 // Disjoint ranges that never touch are the one way of writing a set, so two
 // sets are equal exactly when their ranges are, in ascending order.
 bool Address::Equal(const Address& other) const {
-  if (&other == this) return true;
-  if (index_.size() != other.index_.size()) return false;
-  return std::equal(index_.begin(), index_.end(), other.index_.begin(),
+  if (&other == this || other.set_ == set_) return true;
+  const Index& mine = set_->index;
+  const Index& theirs = other.set_->index;
+  if (mine.size() != theirs.size()) return false;
+  return std::equal(mine.begin(), mine.end(), theirs.begin(),
                     [](const Index::value_type& mine, const Index::value_type& theirs) {
                       return mine.second.cell->Data()->Equal(*theirs.second.cell->Data());
                     });
@@ -223,7 +242,7 @@ Address* Address::Intersection(Address& other) {
   Address* common = new Address(entity_text_joined(*this, " ^ ", other).c_str(), nullptr, nullptr,
                                 ADDRESS_SINGLE);
   if (!Intersects(other)) return common;
-  for (TList_Cell<Range>* cell = ranges_->Head(); cell != nullptr; cell = cell->Next()) {
+  for (TList_Cell<Range>* cell = set_->ranges.Head(); cell != nullptr; cell = cell->Next()) {
     TList<Range>* pieces = other.Intersection(*cell->Data());
     if (pieces == nullptr) continue;
     common->Include(*pieces);
@@ -255,13 +274,13 @@ Address* Address::Merge(Address& other) {
 
 TList<Range>* Address::CreateOrderedRangeList() const {
   TList<Range>* ordered = new TList<Range>;
-  for (const auto& slot : index_) ordered->Append(*slot.second.cell->Data());
+  for (const auto& slot : set_->index) ordered->Append(*slot.second.cell->Data());
   return ordered;
 }
 
 unsigned long long Address::SizeOf() const {
   unsigned long long size = 0;
-  for (TList_Cell<Range>* cell = ranges_->Head(); cell != nullptr; cell = cell->Next())
+  for (TList_Cell<Range>* cell = set_->ranges.Head(); cell != nullptr; cell = cell->Next())
     size += static_cast<unsigned long long>(cell->Data()->End() - cell->Data()->Start()) + 1;
   return size;
 }
@@ -274,8 +293,8 @@ int Address::UniqueID() {
 void Address::ResetUniqueId() { unique_id_counter_ = 0; }
 
 std::ostream& Address::DumpRanges(std::ostream& out, const char* prefix, int count) const {
-  if (count) out << index_.size() << '\n';
-  for (const auto& slot : index_) {
+  if (count) out << set_->index.size() << '\n';
+  for (const auto& slot : set_->index) {
     if (prefix != nullptr && *prefix != '\0') out << prefix;
     slot.second.cell->Data()->DumpRange(out);
     out << (prefix != nullptr ? '\n' : ' ');
@@ -303,7 +322,7 @@ int Address::Match(const char* screen, const char* name, const char* type, int e
 }
 
 std::ostream& Address::Enumerate(std::ostream& out, Enumerate_Type type) const {
-  const Range* first = ranges_->Empty() ? nullptr : ranges_->Head()->Data();
+  const Range* first = set_->ranges.Empty() ? nullptr : set_->ranges.Head()->Data();
   entity_text_head(out, *this, type) << (first != nullptr && first->Start() == first->End() ? "HOST" : "RANGE");
   if (type == ENUM_FULL) {
     if (first != nullptr) first->Enumerate(out << ' ');
@@ -315,6 +334,6 @@ std::ostream& Address::Enumerate(std::ostream& out, Enumerate_Type type) const {
 std::ostream& Address::Print(std::ostream& out) const {
   if (inline_) return out << Name() << '\t';
   out << '"' << Name() << "\"\tADDRESS\t";
-  if (!ranges_->Empty()) ranges_->Head()->Data()->Print(out);
+  if (!set_->ranges.Empty()) set_->ranges.Head()->Data()->Print(out);
   return entity_text_tail(out, *this);
 }

@@ -5,7 +5,9 @@
 // range goes to the end); CreateOrderedRangeList and DumpRanges give them in
 // ascending order.  A private index by start keeps every single-range
 // operation logarithmic and every set-to-set comparison linear, which is
-// what rule distribution needs on large sets.
+// what rule distribution needs on large sets.  Copies share the ranges
+// until one of them changes, as rule distribution copies every piece's
+// addresses and changes few of them.
 //
 // Intersection, Exclusion and Merge answer with one of their operands when
 // they can, else with a new address; the caller compares pointers to learn
@@ -15,6 +17,7 @@
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <ostream>
 
 #include "model/entity.h"
@@ -66,13 +69,18 @@ class Address : public Entity {
 
   // The set's own ranges in ascending order; the caller frees the list only.
   TList<Range>* CreateOrderedRangeList() const;
+  // Calls `visit` with each range of the set in ascending order.
+  template <class Visit>
+  void ForEachOrdered(Visit visit) const {
+    for (const auto& slot : set_->index) visit(*slot.second.cell->Data());
+  }
   // Counted in 64 bits: the whole space is 4294967296 addresses.
   unsigned long long SizeOf() const;
   // Given on first demand from a class-wide counter.
   int UniqueID();
   static void ResetUniqueId();
 
-  const TList<Range>& Ranges() const { return *ranges_; }
+  const TList<Range>& Ranges() const { return set_->ranges; }
   int Type() const { return type_; }
   int Inline() const { return inline_; }
 
@@ -98,6 +106,20 @@ class Address : public Entity {
     uint64_t order;  // rank in the list: ranges only ever join at its end
   };
   using Index = std::map<uint32_t, Slot>;
+  // The ranges, and whether each is an address range in the plain style
+  // that a copy would give it, so that a copy may share them.
+  struct RangeSet {
+    ~RangeSet() { ranges.Delete_Data(); }
+    TList<Range> ranges;
+    Index index;
+    uint64_t next_order = 0;
+    bool plain = true;
+  };
+
+  Address(const char* name, const char* screen, const char* description, int type,
+          std::shared_ptr<RangeSet> set);
+  // Makes the ranges this object's alone before it changes them.
+  void Own();
 
   void AppendRange(Range* range);
   Index::iterator RemoveRange(Index::iterator slot);
@@ -106,12 +128,10 @@ class Address : public Entity {
   Index::const_iterator FirstReaching(uint32_t value) const;
   Index::iterator FirstReaching(uint32_t value);
 
-  TList<Range>* ranges_;
+  std::shared_ptr<RangeSet> set_;
   int type_;
   int inline_;
   int unique_id_;
-  Index index_;
-  uint64_t next_order_;
 
   static int unique_id_counter_;
 };

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "model/name_index.h"
 #include "support/fwi18n.h"
 
 namespace {
@@ -21,6 +22,8 @@ bool contains(const char* haystack, const char* needle) {
 bool is_star(const char* screen) { return screen != nullptr && strcmp(screen, "*") == 0; }
 
 }  // namespace
+
+unsigned long Entity::renames_ = 0;
 
 Entity::Entity(const char* name, const char* screen, const char* description, int used)
     : name_(strdup(name != nullptr ? name : "ENTITY")),
@@ -78,6 +81,7 @@ void Entity::Name(const char* name) {
   if (name == nullptr || name == name_) return;
   free(name_);
   name_ = strdup(name);
+  ++renames_;
 }
 
 void Entity::ClearScreen() {
@@ -104,6 +108,13 @@ bool Entity::ScreenPasses(const Entity& candidate) const {
 }
 
 TList_Cell<Entity>* Entity::FindSelfCell(const TList<Entity>& list, int any) const {
+  if (const NameIndex* index = NameIndex::Of(list)) {
+    const NameIndex::Cells* named = index->Find(name_);
+    if (named == nullptr) return nullptr;
+    for (TList_Cell<Entity>* cell : *named)
+      if (any || ScreenPasses(*cell->Data())) return cell;
+    return nullptr;
+  }
   for (TList_Cell<Entity>* cell = list.Head(); cell != nullptr; cell = cell->Next()) {
     const Entity& candidate = *cell->Data();
     if (SameName(candidate) && (any || ScreenPasses(candidate))) return cell;

@@ -59,6 +59,9 @@ class Entity {
   void Used(int used) { used_ = used; }
   // Replaces the name by a copy; null or the stored string itself does nothing.
   void Name(const char* name);
+  // How many renames there have been, so that name indexes know when they
+  // are stale.
+  static unsigned long Renames() { return renames_; }
   void ClearScreen();
   // Replaces the comment; null clears it.
   void Description(const char* description);
@@ -97,6 +100,8 @@ class Entity {
  private:
   bool SameName(const Entity& other) const;
   bool ScreenPasses(const Entity& candidate) const;
+
+  static unsigned long renames_;
 
   char* name_;
   char* screen_;

@@ -146,55 +146,85 @@ Range* Range::Split(const Range& inner) {
   return upper;
 }
 
-std::string Range::toString(int wide) const {
-  char text[64];
+namespace {
+
+char* put_text(char* at, const char* text) {
+  while (*text != '\0') *at++ = *text++;
+  return at;
+}
+
+char* put_decimal(char* at, unsigned long value) {
+  char digits[20];
+  int count = 0;
+  do {
+    digits[count++] = static_cast<char>('0' + value % 10);
+    value /= 10;
+  } while (value != 0);
+  while (count > 0) *at++ = digits[--count];
+  return at;
+}
+
+}  // namespace
+
+char* put_dotted_address(char* at, uint32_t address) {
+  for (int shift = 24; shift > 0; shift -= 8) {
+    at = put_decimal(at, (address >> shift) & 0xFF);
+    *at++ = '.';
+  }
+  return put_decimal(at, address & 0xFF);
+}
+
+// The text is made in a buffer of the caller's: formatting runs for every
+// range of every rule written, so it avoids both printf and the heap.
+char* Range::Format(char* at, int wide) const {
   switch (type_) {
     case RT_TIME:
-      snprintf(text, sizeof text, wide ? "%2u %2u %2u %2u" : "%02u:%02u %02u:%02u", start_ / 60,
-               start_ % 60, end_ / 60, end_ % 60);
-      return text;
+      return at + snprintf(at, kFormatted, wide ? "%2u %2u %2u %2u" : "%02u:%02u %02u:%02u", start_ / 60,
+                           start_ % 60, end_ / 60, end_ % 60);
     case RT_ADDRESS:
       break;
     default:
-      if (start_ == end_) snprintf(text, sizeof text, "%lu", static_cast<unsigned long>(start_));
-      else snprintf(text, sizeof text, "%lu - %lu", static_cast<unsigned long>(start_),
-                    static_cast<unsigned long>(end_));
-      return text;
+      at = put_decimal(at, start_);
+      return start_ == end_ ? at : put_decimal(put_text(at, " - "), end_);
   }
-  std::string shown = dotted_address(start_);
-  if (start_ == end_) return shown;
+  at = put_dotted_address(at, start_);
+  if (start_ == end_) return at;
   uint32_t block = start_ ^ end_;
   int bits = low_block_bits(block);
   bool aligned = bits > 0 && (start_ & block) == 0 && (end_ & block) == block;
-  Range_Style style = aligned ? style_ : RS_ADDRESSES;
-  switch (style) {
+  switch (aligned ? style_ : RS_ADDRESSES) {
     case RS_PREFIX:
-      snprintf(text, sizeof text, "/%u", 32u - bits);
-      break;
+      return put_decimal(put_text(at, "/"), 32u - bits);
     case RS_DOTTED_MASK:
-      snprintf(text, sizeof text, "/%s", dotted_address(~block).c_str());
-      break;
+      return put_dotted_address(put_text(at, "/"), ~block);
     case RS_NUMERIC_MASK:
-      snprintf(text, sizeof text, "/0x%08lX", static_cast<unsigned long>(~block));
-      break;
+      return at + snprintf(at, kFormatted, "/0x%08lX", static_cast<unsigned long>(~block));
     default:
-      snprintf(text, sizeof text, wide ? " - %s" : "-%s", dotted_address(end_).c_str());
-      break;
+      return put_dotted_address(put_text(at, wide ? " - " : "-"), end_);
   }
-  return shown + text;
+}
+
+std::string Range::toString(int wide) const {
+  char text[kFormatted];
+  return std::string(text, Format(text, wide));
+}
+
+std::ostream& Range::Print(std::ostream& out) const {
+  char text[kFormatted];
+  return out.write(text, Format(text, 1) - text);
 }
 
 std::ostream& Range::DumpRange(std::ostream& out) const {
-  return out << dotted_address(start_) << " - " << dotted_address(end_);
+  char text[kFormatted];
+  char* end = put_dotted_address(put_text(put_dotted_address(text, start_), " - "), end_);
+  return out.write(text, end - text);
 }
 
 std::ostream& operator<<(std::ostream& out, const Range& range) { return range.Print(out); }
 
 std::string dotted_address(uint32_t address) {
   char text[16];
-  snprintf(text, sizeof text, "%u.%u.%u.%u", address >> 24, (address >> 16) & 0xFF,
-           (address >> 8) & 0xFF, address & 0xFF);
-  return text;
+  return std::string(text, put_dotted_address(text, address));
 }
 
 int parse_ipv4addr(const char* text, uint32_t* out) {

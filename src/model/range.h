@@ -70,7 +70,11 @@ class Range {
   // form of the saved files.
   std::string toString(int wide) const;
   std::string toString() const { return toString(0); }
-  std::ostream& Print(std::ostream& out) const { return out << toString(1); }
+  // The text of toString into `at`, which has room for kFormatted
+  // characters; returns the end of what was written.
+  static constexpr int kFormatted = 64;
+  char* Format(char* at, int wide) const;
+  std::ostream& Print(std::ostream& out) const;
   std::ostream& Enumerate(std::ostream& out) const { return out << toString(0); }
   // Both bounds in dotted form, whatever the style.
   std::ostream& DumpRange(std::ostream& out) const;
@@ -86,8 +90,10 @@ class Range {
 
 std::ostream& operator<<(std::ostream& out, const Range& range);
 
-// The dotted form of an address in host byte order.
+// The dotted form of an address in host byte order; the second form writes
+// it at `at` (room for 15 characters) and returns the end.
 std::string dotted_address(uint32_t address);
+char* put_dotted_address(char* at, uint32_t address);
 
 // Four numbers joined by points, each in decimal, octal (leading 0) or
 // hexadecimal (leading 0x) and below 256.  0 on success, 1 on failure;

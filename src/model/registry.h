@@ -190,6 +190,8 @@ class Registry : public Entity {
   // that from then on a mark means that some interface's rule needs the
   // object.
   void UnMark();
+  // The objects whose marks UnMark clears that carry none now.
+  std::vector<Entity*> Unmarked() const;
   // Numbers the time objects in use; 1 when more than 31 are, else 0.
   int UniqueTimes();
 
@@ -207,6 +209,8 @@ class Registry : public Entity {
   std::vector<TList<Entity>*> ListsToList(Config_Objects kind, const char* type) const;
   // The lists whose objects may refer to an object of `kind`.
   std::vector<TList<Entity>*> ReferringLists(Config_Objects kind) const;
+  // The lists whose marks UnMark clears.
+  std::vector<TList<Entity>*> MarkedLists() const;
   // Whether a listing skips this built-in object.
   static bool BuiltIn(Config_Objects kind, const Entity& entity);
 

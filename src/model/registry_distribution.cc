@@ -141,6 +141,18 @@ void Registry::OrderServicesByStateEngine() {
     static_cast<Service*>(cell->Data())->OrderByStateEngine(*state_engines_);
 }
 
+std::vector<TList<Entity>*> Registry::MarkedLists() const {
+  return {services_compile_, services_, addresses_, certificates_, keys_};
+}
+
 void Registry::UnMark() {
-  for (TList<Entity>* list : {services_compile_, services_, addresses_, certificates_, keys_}) ClearMarks(*list);
+  for (TList<Entity>* list : MarkedLists()) ClearMarks(*list);
+}
+
+std::vector<Entity*> Registry::Unmarked() const {
+  std::vector<Entity*> unmarked;
+  for (TList<Entity>* list : MarkedLists())
+    for (TList_Cell<Entity>* cell = list->Head(); cell != nullptr; cell = cell->Next())
+      if (!cell->Data()->Used()) unmarked.push_back(cell->Data());
+  return unmarked;
 }

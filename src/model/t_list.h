@@ -1,10 +1,12 @@
 // TList is the one container of the system: a doubly linked list of cells
 // that point at objects made elsewhere.  The list never owns its data; the
 // one list that does is emptied with Delete_Data.  Scalars are stored as
-// pointers to heap values too.
+// pointers to heap values too.  A long list may carry an index that it
+// keeps current as cells come and go.
 #ifndef FW_MODEL_T_LIST_H
 #define FW_MODEL_T_LIST_H
 
+#include <memory>
 #include <ostream>
 
 template <class T>
@@ -26,6 +28,18 @@ class TList_Cell {
   TList_Cell* prior_ = nullptr;
 };
 
+// A lookup structure beside a list.  The list tells it of every cell it
+// links or unlinks; an index that can't follow a change answers false and
+// the list drops it, for whoever needs it next to build anew.
+template <class T>
+class TList_Index {
+ public:
+  enum Where { kFront, kMiddle, kEnd };
+  virtual ~TList_Index() = default;
+  virtual bool Linked(TList_Cell<T>* cell, Where where) = 0;
+  virtual bool Unlinked(TList_Cell<T>* cell) = 0;
+};
+
 template <class T>
 class TList {
  public:
@@ -34,6 +48,7 @@ class TList {
   TList& operator=(const TList&) = delete;
   // Frees the cells and leaves the data alone.
   ~TList() {
+    index_.reset();
     while (head_ != nullptr) Delete_Cell(head_);
   }
 
@@ -73,20 +88,24 @@ class TList {
   // Unlinks and frees the cell, not its data.
   void Delete_Cell(TList_Cell<T>* cell) {
     if (cell == nullptr || head_ == nullptr) return;
+    if (index_ != nullptr && !index_->Unlinked(cell)) index_.reset();
     if (cell->prior_ != nullptr) cell->prior_->next_ = cell->next_; else head_ = cell->next_;
     if (cell->next_ != nullptr) cell->next_->prior_ = cell->prior_; else tail_ = cell->prior_;
     delete cell;
   }
 
-  // Deletes the data, then the cell.
+  // Frees the cell, then the data: an index still reads the data as the
+  // cell leaves it.
   void Delete_Data_Cell(TList_Cell<T>* cell) {
     if (cell == nullptr || head_ == nullptr) return;
-    delete cell->data_;
+    T* data = cell->data_;
     Delete_Cell(cell);
+    delete data;
   }
 
   // Deletes every element and every cell, from the head.
   void Delete_Data() {
+    index_.reset();
     TList_Cell<T>* cell = head_;
     while (cell != nullptr) {
       TList_Cell<T>* next = cell->next_;
@@ -101,15 +120,26 @@ class TList {
     return out;
   }
 
+  // The index beside the list, null when there is none; a list may be
+  // given one while others only read it.
+  TList_Index<T>* Index() const { return index_.get(); }
+  void Index(std::unique_ptr<TList_Index<T>> index) const { index_ = std::move(index); }
+
  private:
   // Puts a cell whose prior and next are set into the chain.
   void Link(TList_Cell<T>* cell) {
     if (cell->prior_ != nullptr) cell->prior_->next_ = cell; else head_ = cell;
     if (cell->next_ != nullptr) cell->next_->prior_ = cell; else tail_ = cell;
+    if (index_ == nullptr) return;
+    typename TList_Index<T>::Where where = cell->next_ == nullptr    ? TList_Index<T>::kEnd
+                                           : cell->prior_ == nullptr ? TList_Index<T>::kFront
+                                                                     : TList_Index<T>::kMiddle;
+    if (!index_->Linked(cell, where)) index_.reset();
   }
 
   TList_Cell<T>* head_ = nullptr;
   TList_Cell<T>* tail_ = nullptr;
+  mutable std::unique_ptr<TList_Index<T>> index_;
 };
 
 template <class T>

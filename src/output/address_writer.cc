@@ -8,10 +8,7 @@ std::ostream& AddressWriter::GenerateOutput(std::ostream& out, Address& address)
 }
 
 std::ostream& AddressWriter::RangesTabbed(std::ostream& out, const Address& address) {
-  TList<Range>* ordered = address.CreateOrderedRangeList();
-  for (TList_Cell<Range>* cell = ordered->Head(); cell != nullptr; cell = cell->Next())
-    cell->Data()->DumpRange(out) << '\t';
-  delete ordered;
+  address.ForEachOrdered([&out](const Range& range) { range.DumpRange(out) << '\t'; });
   return out;
 }
 

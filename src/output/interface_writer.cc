@@ -1,5 +1,6 @@
 #include "output/interface_writer.h"
 
+#include <sstream>
 
 #include "crypto/certificate.h"
 #include "crypto/skip_parameter.h"
@@ -52,19 +53,47 @@ const char* icmp_word(ICMP_Type icmp) {
 
 void InterfaceWriter::GenerateOutput(std::ostream& interface_in, Interface& interface,
                                      Registry& registry, const TList<Entity>& list,
-                                     const Ferrowall& screen, Interface* reverse_of) {
+                                     const Ferrowall& screen) {
   if (InterfaceCLK* stealth = dynamic_cast<InterfaceCLK*>(&interface)) {
     GenerateStealthOutput(interface_in, *stealth, registry, list, screen);
     return;
   }
-  if (reverse_of == nullptr) GenerateInterfaceIn(interface_in, interface);
+  GenerateInterfaceIn(interface_in, interface);
   registry.UnMark();
   if (interface.Type() == INTERFACE_DISABLED) return;
-  bool reverse = reverse_of != nullptr;
-  OutputFile table(FileName(interface, reverse, ".data"));
-  GenerateDataFile(table, interface, list, registry, reverse_of);
+  OutputFile table(FileName(interface, false, ".data"));
+  GenerateDataFile(table, interface, list, registry, nullptr);
   table << "LOCALHOST\n";
-  WriteProgram(table, interface, reverse);
+  WriteProgram(table, interface);
+}
+
+// Every id a body names was drawn when the body was first written, and
+// each table starts from cleared marks: a copy writes the same bytes, and
+// leaves the marks a writing would have left.
+void InterfaceWriter::GenerateReverseOutput(Interface& reverse, Interface& reverse_of, Registry& registry,
+                                            const TList<Entity>& list, ReverseBody& body) {
+  registry.UnMark();
+  OutputFile table(FileName(reverse, true, ".data"));
+  GenerateDataFile(table, reverse, list, registry, &reverse_of);
+  table << "LOCALHOST\n";
+  OutputFile program(FileName(reverse, true, ".pfl"));
+  GeneratePFLHead(program, reverse, true);
+  if (!body.made) MakeReverseBody(reverse, registry, body);
+  table << body.table;
+  program << body.program;
+  for (Entity* object : body.marked) object->Used(1);
+}
+
+void InterfaceWriter::MakeReverseBody(const Interface& reverse, const Registry& registry, ReverseBody& body) {
+  std::vector<Entity*> unmarked = registry.Unmarked();
+  std::ostringstream table;
+  std::ostringstream program;
+  GeneratePFLBody(table, program, reverse);
+  body.table = table.str();
+  body.program = program.str();
+  for (Entity* object : unmarked)
+    if (object->Used()) body.marked.push_back(object);
+  body.made = true;
 }
 
 void InterfaceWriter::GenerateStealthOutput(std::ostream& interface_in, InterfaceCLK& interface,
@@ -84,13 +113,13 @@ void InterfaceWriter::GenerateStealthOutput(std::ostream& interface_in, Interfac
   table << "LOCALHOST\t";
   if (registry.Localhost() != nullptr) AddressWriter::RangesTabbed(table, *registry.Localhost());
   table << '\n';
-  WriteProgram(table, interface, false);
+  WriteProgram(table, interface);
   GenerateEtherOutput(table, interface.EtherRules());
 }
 
-void InterfaceWriter::WriteProgram(std::ostream& table, const Interface& interface, bool reverse) {
-  OutputFile program(FileName(interface, reverse, ".pfl"));
-  GeneratePFLFile(table, program, interface, reverse);
+void InterfaceWriter::WriteProgram(std::ostream& table, const Interface& interface) {
+  OutputFile program(FileName(interface, false, ".pfl"));
+  GeneratePFLFile(table, program, interface);
 }
 
 void InterfaceWriter::GenerateDataFile(std::ostream& table, Interface& interface,
@@ -129,9 +158,17 @@ void InterfaceWriter::InterfaceRow(std::ostream& table, Interface& member, bool 
 }
 
 void InterfaceWriter::GeneratePFLFile(std::ostream& table, std::ostream& program,
-                                      const Interface& interface, bool reverse) {
+                                      const Interface& interface) {
+  GeneratePFLHead(program, interface, false);
+  GeneratePFLBody(table, program, interface);
+}
+
+void InterfaceWriter::GeneratePFLHead(std::ostream& program, const Interface& interface, bool reverse) {
   program << "#include \"pfldefs.h\"\n#include \"state_engines.h\"\n#include \""
           << FileName(interface, reverse, ".data") << ".defs\"\nscreen()\n{\n\n";
+}
+
+void InterfaceWriter::GeneratePFLBody(std::ostream& table, std::ostream& program, const Interface& interface) {
   for (TList_Cell<Entity>* cell = interface.Rules().Head(); cell != nullptr; cell = cell->Next())
     RuleWriter::GenerateOutput(table, program, *static_cast<Rule*>(cell->Data()));
   program << "\t(void) default_fail();\n\thalt;\n}\n";

@@ -107,20 +107,21 @@ void OutputFiles::GenerateInterfaces(Ferrowall& screen, Registry& registry) {
   TList<Entity>& disabled = registry.DisabledInterfaces();
   for (TList_Cell<Entity>* cell = disabled.Head(); cell != nullptr; cell = cell->Next())
     InterfaceWriter::GenerateOutput(interface_in, *static_cast<Interface*>(cell->Data()), registry,
-                                    disabled, screen, nullptr);
+                                    disabled, screen);
 }
 
 void OutputFiles::GenerateFamily(std::ostream& skip_v1, std::ostream& interface_in,
                                  TList<Entity>& list, Interface* reverse, Ferrowall& screen,
                                  Registry& registry) {
+  InterfaceWriter::ReverseBody reverse_body;
   for (TList_Cell<Entity>* cell = list.Head(); cell != nullptr; cell = cell->Next()) {
     Interface& interface = *static_cast<Interface*>(cell->Data());
     InterfaceWriter::GenerateSkipV1Table(skip_v1, interface);
     if (&interface == reverse) continue;
-    InterfaceWriter::GenerateOutput(interface_in, interface, registry, list, screen, nullptr);
+    InterfaceWriter::GenerateOutput(interface_in, interface, registry, list, screen);
     if (reverse == nullptr) continue;
     reverse->Name(interface.Name());
-    InterfaceWriter::GenerateOutput(interface_in, *reverse, registry, list, screen, &interface);
+    InterfaceWriter::GenerateReverseOutput(*reverse, interface, registry, list, reverse_body);
   }
 }
 

@@ -33,12 +33,11 @@ void RuleWriter::GenerateEtherOutput(std::ostream& table, Rule& rule) {
 }
 
 uint32_t RuleWriter::OutputInterfaceData(const Rule& rule) {
-  const TList<int>& ids = rule.Interfaces();
-  if (ids.Head() != nullptr && ids.Head() == ids.Tail()) return static_cast<uint32_t>(*ids.Head()->Data());
+  const std::vector<int>& ids = rule.Interfaces();
+  if (ids.size() == 1) return static_cast<uint32_t>(ids.front());
   const uint32_t kSeveralInterfaces = 0x800000;
   uint32_t word = kSeveralInterfaces;
-  for (TList_Cell<int>* cell = ids.Head(); cell != nullptr; cell = cell->Next())
-    word |= 1u << (static_cast<uint32_t>(*cell->Data()) % 32);
+  for (int id : ids) word |= 1u << (static_cast<uint32_t>(id) % 32);
   return word;
 }
 
@@ -90,8 +89,7 @@ std::ostream& RuleWriter::ProxyLine(std::ostream& table, const Address& tunnel) 
 std::ostream& RuleWriter::Comments(std::ostream& program, const Rule& rule) {
   rule.Print(program << "/*") << "*/\n";
   program << "/* Output:";
-  for (TList_Cell<int>* cell = rule.Interfaces().Head(); cell != nullptr; cell = cell->Next())
-    program << *cell->Data() << ' ';
+  for (int id : rule.Interfaces()) program << id << ' ';
   program << "*/\n";
   RangeComment(program, "/* Source: ", rule.Source().Ranges());
   return RangeComment(program, "/* Destination: ", rule.Destination().Ranges());

@@ -1,5 +1,6 @@
 #include "policy/rule.h"
 
+#include <algorithm>
 #include <cstring>
 #include <iostream>
 #include <string>
@@ -94,7 +95,6 @@ Rule::Rule(const char* service, const char* source, const char* destination, con
       ha_(ha),
       proxy_(proxy),
       input_time_(NewNameReference(time)),
-      interfaces_(new TList<int>),
       origin_(this) {
   if (first != nullptr && second != nullptr) {
     decryption_parameters_ = first;
@@ -126,7 +126,6 @@ Rule::Rule(Service& service, const Address& source, const Address& destination, 
       proxy_(clone_of(proxy)),
       input_time_(CopyNameReference(time)),
       time_resolved_(time),
-      interfaces_(new TList<int>),
       origin_(this) {}
 
 Rule::Rule(const Rule& other)
@@ -149,7 +148,6 @@ Rule::Rule(const Rule& other)
       proxy_(clone_of(other.proxy_)),
       input_time_(CopyNameReference(other.input_time_)),
       time_resolved_(other.time_resolved_),
-      interfaces_(new TList<int>),
       origin_(other.origin_) {}
 
 Rule::~Rule() {
@@ -163,8 +161,6 @@ Rule::~Rule() {
   delete encryption_parameters_;
   delete proxy_;
   delete input_time_;
-  interfaces_->Delete_Data();
-  delete interfaces_;
 }
 
 void Rule::Origin(Rule* origin) {
@@ -202,14 +198,11 @@ unsigned Rule::IKE_RuleNum(unsigned number) {
 }
 
 void Rule::SetInterface(int id) {
-  for (TList_Cell<int>* cell = interfaces_->Head(); cell != nullptr; cell = cell->Next())
-    if (*cell->Data() == id) return;
-  interfaces_->Append(*new int(id));
+  if (std::find(interfaces_.begin(), interfaces_.end(), id) == interfaces_.end()) interfaces_.push_back(id);
 }
 
-void Rule::SetInterface(const TList<int>& ids) {
-  for (TList_Cell<int>* cell = ids.Head(); cell != nullptr; cell = cell->Next())
-    SetInterface(*cell->Data());
+void Rule::SetInterface(const std::vector<int>& ids) {
+  for (int id : ids) SetInterface(id);
 }
 
 void Rule::ReportWithRule(const char* message) const { Enumerate(std::cerr << message, ENUM_FULL); }
@@ -325,7 +318,7 @@ TList<Entity>* Rule::SplitRuleByFilterParams(TList<Entity>& services) const {
     part->Include(set, 0);
     services.Append(*part);
     Rule* copy = new Rule(*this);
-    copy->SetInterface(*interfaces_);
+    copy->SetInterface(interfaces_);
     copy->Svc(*part);
     rules->Append(*copy);
   }

@@ -14,6 +14,7 @@
 #define FW_POLICY_RULE_H
 
 #include <ostream>
+#include <vector>
 
 #include "model/entity.h"
 #include "model/enumerations.h"
@@ -77,7 +78,7 @@ class Rule : public Entity {
   ProxyData* Proxy() const { return proxy_; }
   Time* TimeResolved() const { return time_resolved_; }
   // The unique ids of the interfaces a distributed rule is also meant for.
-  const TList<int>& Interfaces() const { return *interfaces_; }
+  const std::vector<int>& Interfaces() const { return interfaces_; }
   Rule* Origin() const { return origin_; }
   unsigned IKE_RuleNum() const { return ike_rule_num_; }
 
@@ -98,7 +99,7 @@ class Rule : public Entity {
   unsigned IKE_RuleNum(unsigned number);
   // Tags the rule with an interface id, each id once.
   void SetInterface(int id);
-  void SetInterface(const TList<int>& ids);
+  void SetInterface(const std::vector<int>& ids);
 
   // The VPN expansion, in two sweeps.  The source sweep: a copy of the
   // rule for each gateway of its VPN, in set order, whose address meets
@@ -262,7 +263,7 @@ class Rule : public Entity {
   ProxyData* proxy_ = nullptr;
   Entity* input_time_ = nullptr;
   Time* time_resolved_ = nullptr;
-  TList<int>* interfaces_;
+  std::vector<int> interfaces_;
   Rule* origin_;
   unsigned ike_rule_num_ = 0;
 

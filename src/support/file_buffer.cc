@@ -5,9 +5,10 @@
 
 #include <cerrno>
 
-FileBuffer::FileBuffer(const char* path) : descriptor_(open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666)) {
+FileBuffer::FileBuffer(const char* path)
+    : descriptor_(open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666)), buffer_(new char[kBufferSize]) {
   if (descriptor_ < 0) Fail(kCreate);
-  setp(buffer_, buffer_ + sizeof buffer_);
+  setp(buffer_.get(), buffer_.get() + kBufferSize);
 }
 
 FileBuffer::~FileBuffer() { Close(); }
@@ -38,7 +39,7 @@ bool FileBuffer::Flush() {
     if (written >= 0) at += written;
     else if (errno != EINTR) Fail(kWrite);
   }
-  setp(buffer_, buffer_ + sizeof buffer_);
+  setp(buffer_.get(), buffer_.get() + kBufferSize);
   return failed_step_ == kNone;
 }
 

@@ -6,6 +6,7 @@
 #ifndef FW_SUPPORT_FILE_BUFFER_H
 #define FW_SUPPORT_FILE_BUFFER_H
 
+#include <memory>
 #include <streambuf>
 
 class FileBuffer : public std::streambuf {
@@ -35,7 +36,10 @@ class FileBuffer : public std::streambuf {
   int descriptor_;
   Step failed_step_ = kNone;
   int error_ = 0;
-  char buffer_[8192];
+  // Large, as the compile writes files of up to hundreds of megabytes;
+  // on the heap, as several files are open at once.
+  static constexpr int kBufferSize = 1 << 17;
+  std::unique_ptr<char[]> buffer_;
 };
 
 #endif

@@ -43,6 +43,30 @@ TEST(AddressTest, ExcludeSplitsTrimsAndDeletes) {
   EXPECT_EQ(listed(*ends), (Bounds{{1, 4}, {26, 30}, {0xFFFFFFF0u, 0xFFFFFFFEu}}));
 }
 
+// Copies share ranges: a change to either side, a split whose upper piece
+// joins the end of the list included, must leave the other as it was, and a
+// later change must keep the list order the unshared ranges would have.
+TEST(AddressTest, CopiesAreIndependentOfTheirOriginal) {
+  auto original = set_of("a", {{1, 9}, {20, 30}});
+  Address copy(*original);
+  copy.Exclude(span(5, 5));
+  EXPECT_EQ(listed(*original), (Bounds{{1, 9}, {20, 30}}));
+  EXPECT_EQ(listed(copy), (Bounds{{1, 4}, {20, 30}, {6, 9}}));
+  Address second(copy);
+  copy.Include(span(31, 40));
+  second.Exclude(span(0, 0xFFFFFFFFu));
+  EXPECT_EQ(listed(copy), (Bounds{{1, 4}, {6, 9}, {20, 40}}));
+  EXPECT_TRUE(second.Ranges().Empty());
+  // A written style is not what a copy keeps: the copy prints plainly.
+  simplerange prefix{0x0A000000u, 0x0A0000FFu, RS_PREFIX};
+  Address written("net", &prefix, nullptr, nullptr);
+  Address plain(written);
+  std::ostringstream text;
+  written.Ranges().Head()->Data()->Print(text << ' ');
+  plain.Ranges().Head()->Data()->Print(text << ' ');
+  EXPECT_EQ(text.str(), " 10.0.0.0/24 10.0.0.0 - 10.0.0.255");
+}
+
 TEST(AddressTest, SizeOfCountsTheWholeSpace) {
   Address all("*", 0u, 0xFFFFFFFFu, nullptr, nullptr, RS_PREFIX);
   EXPECT_EQ(all.SizeOf(), 4294967296ULL);

@@ -111,7 +111,7 @@ TEST_F(InterfaceWriterTest, StealthTableCarriesNetworkRoutersLocalhostAndEtherEn
     stealth->EtherRules().Append(*rule);
   }
   ScratchDirectory directory;
-  InterfaceWriter::GenerateOutput(interface_in_, *stealth, registry_, registry_.CLKInterfaces(), screen, nullptr);
+  InterfaceWriter::GenerateOutput(interface_in_, *stealth, registry_, registry_.CLKInterfaces(), screen);
   EXPECT_EQ(interface_in_.str(), "\"clk0\" INTERFACE CLK \"far\" LOG_NONE SNMP_NONE ICMP_NONE ;\n");
   // The rule of the broadcast service is left out of the Ethernet entries.
   EXPECT_EQ(contents("clk0.data"),

@@ -14,12 +14,7 @@
 
 namespace {
 
-std::vector<int> tags(const Rule& rule) {
-  std::vector<int> ids;
-  for (TList_Cell<int>* cell = rule.Interfaces().Head(); cell != nullptr; cell = cell->Next())
-    ids.push_back(*cell->Data());
-  return ids;
-}
+std::vector<int> tags(const Rule& rule) { return rule.Interfaces(); }
 
 std::unique_ptr<Rule> rule_with_options() {
   return std::unique_ptr<Rule>(new Rule("www", "inside", "outside", "alice", nullptr, nullptr,
@@ -57,16 +52,13 @@ TEST(RuleTest, UniqueIdsAreDrawnOnFirstDemandAndNeverCopied) {
 TEST(RuleTest, TagsAndIkeNumbersAreHeldOnceAndNotCopied) {
   auto rule = rule_with_options();
   rule->SetInterface(4);
-  TList<int>* more = ints({2, 4, 2, 6});
-  rule->SetInterface(*more);
-  more->Delete_Data();
-  delete more;
+  rule->SetInterface(std::vector<int>{2, 4, 2, 6});
   EXPECT_EQ(tags(*rule), (std::vector<int>{4, 2, 6}));
   EXPECT_EQ(rule->IKE_RuleNum(0), 0u);
   EXPECT_EQ(rule->IKE_RuleNum(5), 5u);
   EXPECT_EQ(rule->IKE_RuleNum(9), 5u);
   Rule copy(*rule);
-  EXPECT_TRUE(copy.Interfaces().Empty());
+  EXPECT_TRUE(copy.Interfaces().empty());
   EXPECT_EQ(copy.IKE_RuleNum(), 0u);
 }
 

@@ -72,12 +72,7 @@ inline std::vector<Interface*> members_of(const TList<Entity>& family) {
   return members;
 }
 
-inline Tags tags_of(const Rule& rule) {
-  Tags tags;
-  for (TList_Cell<int>* cell = rule.Interfaces().Head(); cell != nullptr; cell = cell->Next())
-    tags.push_back(*cell->Data());
-  return tags;
-}
+inline Tags tags_of(const Rule& rule) { return rule.Interfaces(); }
 
 class DistributionTest : public testing::Test {
  protected:
