@@ -26,7 +26,10 @@ Entity::Entity(const char* name, const char* screen, const char* description, in
     : name_(strdup(name != nullptr ? name : "ENTITY")),
       screen_(copy_or_null(screen)),
       description_(copy_or_null(description)),
-      used_(used) {}
+      used_(used),
+      position_(statement_position_) {}
+
+SourcePosition Entity::statement_position_;
 
 Entity::~Entity() {
   free(name_);

@@ -10,11 +10,13 @@
 #include <ostream>
 
 #include "model/enumerations.h"
+#include "model/source_position.h"
 #include "model/t_list.h"
 
 class Entity {
  public:
-  // Copies the strings; a null name becomes "ENTITY".
+  // Copies the strings; a null name becomes "ENTITY".  The object takes the
+  // statement position last given to StatementPosition.
   Entity(const char* name, const char* screen, const char* description, int used);
   Entity(const Entity&) = delete;
   Entity& operator=(const Entity&) = delete;
@@ -57,6 +59,12 @@ class Entity {
   const char* Description() const { return description_; }
   int Used() const { return used_; }
   void Used(int used) { used_ = used; }
+  // The statement that made the object, for messages that point at it.
+  const SourcePosition& Position() const { return position_; }
+  void Position(const SourcePosition& position) { position_ = position; }
+  // The position that objects made from now on take: the parser gives the
+  // statement it is in, and an unknown one when it is done.
+  static void StatementPosition(const SourcePosition& position) { statement_position_ = position; }
   // Replaces the name by a copy; null or the stored string itself does nothing.
   void Name(const char* name);
   void ClearScreen();
@@ -102,6 +110,8 @@ class Entity {
   char* screen_;
   char* description_;
   int used_;
+  SourcePosition position_;
+  static SourcePosition statement_position_;
 };
 
 // Print, then ";" and a line end.

@@ -150,7 +150,9 @@ Rule::Rule(const Rule& other)
       input_time_(CopyNameReference(other.input_time_)),
       time_resolved_(other.time_resolved_),
       interfaces_(new TList<int>),
-      origin_(other.origin_) {}
+      origin_(other.origin_) {
+  Position(other.Position());
+}
 
 Rule::~Rule() {
   delete input_service_;

@@ -1,0 +1,3 @@
+#include "model/message_subject.h"
+
+SourcePosition MessageSubject::current_;
