@@ -7,13 +7,13 @@ StatementNumbers::StatementNumbers(const TList<Entity>& written) {
 }
 
 int StatementNumbers::Of(const Entity& entry) const {
-  if (!entry.Position().Known()) return 0;
+  if (!entry.HasPosition()) return 0;
   auto found = numbers_.find(KeyOf(entry.Position()));
   return found != numbers_.end() ? found->second : 0;
 }
 
 std::ostream& StatementNumbers::Name(std::ostream& out, const char* what, const Entity& entry) const {
-  const SourcePosition& position = entry.Position();
+  SourcePosition position = entry.Position();
   return out << what << ' ' << Of(entry) << " (" << position.file << ':' << position.line << ')';
 }
 

@@ -27,9 +27,19 @@ Entity::Entity(const char* name, const char* screen, const char* description, in
       screen_(copy_or_null(screen)),
       description_(copy_or_null(description)),
       used_(used),
-      position_(statement_position_) {}
+      statement_(current_statement_) {}
 
-SourcePosition Entity::statement_position_;
+std::vector<SourcePosition> Entity::statements_(1);
+int Entity::current_statement_ = 0;
+
+void Entity::StatementPosition(const SourcePosition& position) {
+  if (!position.Known()) {
+    current_statement_ = 0;
+    return;
+  }
+  statements_.push_back(position);
+  current_statement_ = static_cast<int>(statements_.size() - 1);
+}
 
 Entity::~Entity() {
   free(name_);

@@ -1,3 +1,3 @@
 #include "model/message_subject.h"
 
-SourcePosition MessageSubject::current_;
+const Entity* MessageSubject::current_ = nullptr;

@@ -12,18 +12,18 @@
 class MessageSubject {
  public:
   explicit MessageSubject(const Entity& subject) : before_(current_) {
-    if (subject.Position().Known()) current_ = subject.Position();
+    if (subject.HasPosition()) current_ = &subject;
   }
   MessageSubject(const MessageSubject&) = delete;
   MessageSubject& operator=(const MessageSubject&) = delete;
   ~MessageSubject() { current_ = before_; }
 
   // The position of the innermost subject that has one; unknown outside.
-  static const SourcePosition& Current() { return current_; }
+  static SourcePosition Current() { return current_ != nullptr ? current_->Position() : SourcePosition(); }
 
  private:
-  SourcePosition before_;
-  static SourcePosition current_;
+  const Entity* before_;
+  static const Entity* current_;
 };
 
 #endif

@@ -151,7 +151,7 @@ Rule::Rule(const Rule& other)
       time_resolved_(other.time_resolved_),
       interfaces_(new TList<int>),
       origin_(other.origin_) {
-  Position(other.Position());
+  PositionOf(other);
 }
 
 Rule::~Rule() {
