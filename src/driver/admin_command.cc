@@ -9,10 +9,19 @@
 #include "crypto/vpn_node.h"
 #include "driver/configuration.h"
 #include "driver/fw_file.h"
+#include "driver/packet_query.h"
+#include "driver/positioned_messages.h"
 #include "driver/print_error.h"
 #include "driver/program.h"
+#include "driver/scratch_directory.h"
+#include "driver/statement_numbers.h"
+#include "lang/parser.h"
+#include "lang/scanner.h"
+#include "model/message_subject.h"
 #include "model/registry.h"
 #include "policy/policy.h"
+#include "policy/rule.h"
+#include "policy/shadowed_rules.h"
 #include "support/fwi18n.h"
 #include "support/vars.h"
 
@@ -28,8 +37,13 @@ const int kObjectNotFound = 224;
                "       fw_config list KIND [name] [-s screen] [--names] [-f file] [-o directory]\n"
                "       fw_config refs KIND name [-s screen] [-f file] [-o directory]\n"
                "       fw_config rename KIND old new [-s screen] -f file [-o directory]\n"
+               "       fw_config check [-s screen] [-f file] [-o directory]\n"
+               "       fw_config query [-s screen] -f file [-o directory] PACKET... | -\n"
+               "       fw_config shadowed [-s screen] -f file [-o directory]\n"
                "KIND: addresses, services, engines, screens, interfaces, certificates, keys, times,\n"
-               "      rules, nat, access, vpn\n";
+               "      rules, nat, access, vpn\n"
+               "PACKET: \"interface protocol source[:port] destination[:port] [day HH:MM]\"; - reads them\n"
+               "        from the standard input, one a line\n";
   exit(1);
 }
 
@@ -102,9 +116,15 @@ AdminCommand::AdminCommand(int argc, char** argv) {
 void AdminCommand::CheckArguments() const {
   size_t count = operands_.size();
   bool writes = command_ == "save" || command_ == "rename";
-  if (writes && input_ == nullptr) Usage();
-  if (command_ == "print" || command_ == "save") {
+  bool reads_file = writes || command_ == "query" || command_ == "shadowed";
+  if (reads_file && input_ == nullptr) Usage();
+  if (names_ && command_ != "list") Usage();
+  if (command_ == "print" || command_ == "save" || command_ == "check" || command_ == "shadowed") {
     if (count != 0) Usage();
+    return;
+  }
+  if (command_ == "query") {
+    if (count == 0) Usage();
     return;
   }
   if (kind_ == nullptr) Usage();
@@ -119,7 +139,6 @@ void AdminCommand::CheckArguments() const {
   } else {
     Usage();
   }
-  if (names_ && command_ != "list") Usage();
 }
 
 int AdminCommand::Position() const {
@@ -133,6 +152,7 @@ int AdminCommand::Position() const {
 
 int AdminCommand::Run() {
   user_setroot(nullptr, 1, nullptr);
+  if (command_ == "check" || command_ == "query" || command_ == "shadowed") return RunCompiled();
   if (directory_ != nullptr) program_enter_directory(directory_);
   FWFile* file = new FWFile(nullptr, input_);
   // A writer holds the read lock from the start, so that nobody saves the
@@ -155,6 +175,101 @@ int AdminCommand::Run() {
   if (command_ == "list") return List(*Config);
   if (command_ == "refs") return Refs(*Config);
   return Rename(*Config);
+}
+
+namespace {
+
+SourcePosition TokenPosition() { return {yyfilename, yylineno, yycolumn}; }
+
+SourcePosition SubjectPosition() { return MessageSubject::Current(); }
+
+// Sends the standard error stream through `messages` while it lives.
+class ErrorsThrough {
+ public:
+  explicit ErrorsThrough(PositionedMessages& messages) : messages_(messages), before_(std::cerr.rdbuf(&messages)) {}
+  ~ErrorsThrough() {
+    messages_.Flush();
+    std::cerr.rdbuf(before_);
+  }
+  ErrorsThrough(const ErrorsThrough&) = delete;
+  ErrorsThrough& operator=(const ErrorsThrough&) = delete;
+
+ private:
+  PositionedMessages& messages_;
+  std::streambuf* before_;
+};
+
+}  // namespace
+
+// The host and screen are chosen as the compiler chooses them.  Every
+// message of the parse and of the compile stands behind the position it
+// concerns; the closing code is the compiler's, and stands alone.
+int AdminCommand::RunCompiled() const {
+  program_select_host();
+  std::string screen = program_screen(screen_);
+  if (directory_ != nullptr) program_enter_directory(directory_);
+  Config = new Configuration(new FWFile(nullptr, input_));
+  PositionedMessages messages(std::cerr.rdbuf());
+  int code;
+  {
+    ErrorsThrough errors(messages);
+    messages.Locate(TokenPosition, true);
+    code = Config->Parse();
+  }
+  if (code != 0) {
+    PrintError(code, nullptr);
+    return code;
+  }
+  // Numbered before the compile drops the entries of other screens.
+  Policy& policy = *Config->ThePolicy();
+  StatementNumbers rules(policy.Rules().Items());
+  StatementNumbers nats(policy.Nats().Items());
+  {
+    ErrorsThrough errors(messages);
+    messages.Locate(SubjectPosition, false);
+    ScratchDirectory scratch;
+    code = Config->Verify(screen.c_str(), std::cerr);
+  }
+  if (code != 0) {
+    PrintError(code, screen.c_str());
+    return code;
+  }
+  if (command_ == "query") return Query(*Config, rules, nats);
+  if (command_ == "shadowed") return Shadowed(*Config, rules);
+  return 0;
+}
+
+int AdminCommand::Query(const Configuration& config, const StatementNumbers& rules,
+                        const StatementNumbers& nats) const {
+  PacketQuery query(config, rules, nats);
+  bool answered = true;
+  auto ask = [&](const std::string& text) { answered = query.Answer(text, std::cout) && answered; };
+  for (const std::string& operand : operands_) {
+    if (operand != "-") {
+      ask(operand);
+      continue;
+    }
+    for (std::string line; std::getline(std::cin, line);)
+      if (line.find_first_not_of(" \t\r") != std::string::npos) ask(line);
+  }
+  std::cout.flush();
+  return answered ? 0 : 1;
+}
+
+int AdminCommand::Shadowed(const Configuration& config, const StatementNumbers& rules) const {
+  for (const ShadowedRules::Finding& finding : ShadowedRules::Find(config.ThePolicy()->Rules().Items())) {
+    rules.Describe(std::cout, "rule", *finding.rule);
+    std::cout << "  " << "shadowed by";
+    const char* separator = " ";
+    for (const Rule* covering : finding.covering) {
+      std::cout << separator;
+      rules.Name(std::cout, "rule", *covering);
+      separator = ", ";
+    }
+    std::cout << '\n';
+  }
+  std::cout.flush();
+  return 0;
 }
 
 int AdminCommand::Print(Configuration& config) const {

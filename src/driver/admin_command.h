@@ -1,7 +1,10 @@
 // fw_config, the administrative command beside the compiler: it reads a
 // configuration as the compiler does and prints it in saved form, saves it
 // as new versions, lists the objects of a kind, reports who refers to an
-// object, and renames an object with every reference to it.
+// object, and renames an object with every reference to it.  Over a
+// compile without output files it checks a configuration with positioned
+// messages, tells which rule decides given packets, and lists the rules
+// that earlier rules shadow.
 #ifndef FW_DRIVER_ADMIN_COMMAND_H
 #define FW_DRIVER_ADMIN_COMMAND_H
 
@@ -11,6 +14,7 @@
 #include "model/enumerations.h"
 
 class Configuration;
+class StatementNumbers;
 
 class AdminCommand {
  public:
@@ -32,6 +36,10 @@ class AdminCommand {
   int List(Configuration& config) const;
   int Refs(Configuration& config) const;
   int Rename(Configuration& config) const;
+  // check, query and shadowed: compiles, then answers.
+  int RunCompiled() const;
+  int Query(const Configuration& config, const StatementNumbers& rules, const StatementNumbers& nats) const;
+  int Shadowed(const Configuration& config, const StatementNumbers& rules) const;
   // 0 when the object named by the arguments exists, else 224 reported.
   int CheckExists(const Configuration& config) const;
   // The position that a listing of a policy kind asks for; 0 for all.

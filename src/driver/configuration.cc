@@ -3,6 +3,9 @@
 #include <signal.h>
 
 #include <cstdio>
+#include <cstdlib>
+#include <deque>
+#include <string>
 #include <functional>
 #include <sstream>
 #include <vector>
@@ -12,6 +15,7 @@
 #include "lang/scanner.h"
 #include "model/address.h"
 #include "model/day_of_week.h"
+#include "model/message_subject.h"
 #include "model/range_list.h"
 #include "model/registry.h"
 #include "output/output_file.h"
@@ -71,11 +75,25 @@ RangeList* Configuration::TakeHours() {
   return taken;
 }
 
+namespace {
+
+// The path that positions in `file` name; the strings live for the run.
+const char* PositionPath(const FWFile& file) {
+  static std::deque<std::string> paths;
+  char* path = file.Verspath();
+  paths.emplace_back(path != nullptr ? path : "<stdin>");
+  free(path);
+  return paths.back().c_str();
+}
+
+}  // namespace
+
 // Runs the parser over one file; 240 when it can't be opened, else 0.
 int Configuration::ParseFile(FWFile& file) {
   FILE* input = file.readFILE();
   if (input == nullptr) return 240;
   yyin = input;
+  yyfilename = PositionPath(file);
   yyparse();
   if (input != stdin) fclose(input);
   return 0;
@@ -106,6 +124,12 @@ int Configuration::ParseLoadFile(FWFile& main_file, FWFile& load_file) {
 }
 
 int Configuration::Compile(const char* screen, std::ostream& out) {
+  int code = Verify(screen, out);
+  if (code != 0) return code;
+  return OutputFiles::Generate(*this_screen_, *policy_, *registry_, screen_admin_rules_, policy_admin_rules_);
+}
+
+int Configuration::Verify(const char* screen, std::ostream& out) {
   // The lookup is made by an entity without a screen, so it finds a screen
   // object that isn't itself bound to another screen.
   Entity wanted(screen, nullptr, nullptr, 0);
@@ -117,14 +141,14 @@ int Configuration::Compile(const char* screen, std::ostream& out) {
   registry_->OptimizeRules();
   registry_->OrderServicesByStateEngine();
   registry_->UnMark();
-  if (registry_->UniqueTimes() != 0) return 236;
-  return OutputFiles::Generate(*this_screen_, *policy_, *registry_, screen_admin_rules_, policy_admin_rules_);
+  return registry_->UniqueTimes() != 0 ? 236 : 0;
 }
 
 // The verification and distribution stages: each reports its problems and
 // the compile stops behind the first stage that found any.
 int Configuration::CompileStages(std::ostream& out) {
   const int kCompilerError = 245;
+  MessageSubject subject(*this_screen_);
   if (this_screen_->FigureVirtualName(*registry_, out) != 0) return kCompilerError;
   if (registry_->Verify(this_screen_, out) != 0) return kCompilerError;
   if (policy_->Verify(*this_screen_, out, *registry_) != 0) return kCompilerError;

@@ -33,6 +33,10 @@ class Configuration {
   // Compiles for `screen`, reporting problems on `out`.  Returns 0 or the
   // code of the failure.
   int Compile(const char* screen, std::ostream& out);
+  // The same without the output files: every stage up to them, so that the
+  // distributed rules are in the interfaces' lists.  The proxy
+  // configurations are still written into the working directory.
+  int Verify(const char* screen, std::ostream& out);
   // Distributes the rules, administrative ones first, to the interfaces;
   // 1 when a stage inside fails.
   int RulesToInterface(Ferrowall& screen);

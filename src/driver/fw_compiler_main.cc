@@ -14,16 +14,11 @@
 #include "driver/print_error.h"
 #include "driver/program.h"
 #include "support/fwi18n.h"
-#include "support/settings.h"
 #include "support/vars.h"
 
 namespace {
 
 const int kDriverSet = 41;
-// No screen was named and the name file gives none.  The table of errors
-// has no code for this, and the status must differ from every code and
-// from the errno values that entering the output directory can leave.
-const int kNoScreenStatus = 3;
 
 struct Options {
   const char* screen = nullptr;
@@ -54,24 +49,6 @@ Options ReadOptions(int argc, char** argv) {
   return options;
 }
 
-// The first word of the etc directory's "name" file, or "" without one.
-std::string DefaultScreen() {
-  std::string path = std::string(etc_path) + "/name";
-  FILE* file = fopen(path.c_str(), "r");
-  if (file == nullptr) return "";
-  char word[257] = "";
-  if (fscanf(file, "%256s", word) != 1) word[0] = '\0';
-  fclose(file);
-  word[strcspn(word, "\n")] = '\0';
-  return word;
-}
-
-[[noreturn]] void NoScreen() {
-  std::cerr << "fw_compiler: " << fwi18n_text(kDriverSet, 6, "no screen named: give -s SCREEN or write its name into ")
-            << etc_path << "/name" << std::endl;
-  exit(kNoScreenStatus);
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -79,13 +56,7 @@ int main(int argc, char** argv) {
   Options options = ReadOptions(argc, argv);
   user_setroot(nullptr, 1, nullptr);
   program_select_host();
-  std::string screen;
-  if (options.screen != nullptr) {
-    screen = options.screen;
-  } else {
-    screen = DefaultScreen();
-    if (screen.empty()) NoScreen();
-  }
+  std::string screen = program_screen(options.screen);
   if (options.output_directory != nullptr) program_enter_directory(options.output_directory);
 
   Config = new Configuration(new FWFile(nullptr, options.input));

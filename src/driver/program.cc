@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
@@ -12,10 +13,15 @@
 #include "support/fwi18n.h"
 #include "support/fwlog.h"
 #include "support/host.h"
+#include "support/settings.h"
 
 namespace {
 
 const int kDriverSet = 41;
+// No screen was named and the name file gives none.  The table of errors
+// has no code for this, and the status must differ from every code and
+// from the errno values that entering the output directory can leave.
+const int kNoScreenStatus = 3;
 const char* program_name = "";
 
 // Only async-signal-safe calls: the handler may interrupt anything.
@@ -62,6 +68,32 @@ void program_select_host() {
   if (Host::Select(&error)) return;
   std::cerr << program_name << ": " << fwi18n_text(kDriverSet, 7, "host description ") << error << std::endl;
   exit(1);
+}
+
+namespace {
+
+// The first word of the etc directory's "name" file, or "" without one.
+std::string DefaultScreen() {
+  std::string path = std::string(etc_path) + "/name";
+  FILE* file = fopen(path.c_str(), "r");
+  if (file == nullptr) return "";
+  char word[257] = "";
+  if (fscanf(file, "%256s", word) != 1) word[0] = '\0';
+  fclose(file);
+  word[strcspn(word, "\n")] = '\0';
+  return word;
+}
+
+}  // namespace
+
+std::string program_screen(const char* given) {
+  if (given != nullptr) return given;
+  std::string screen = DefaultScreen();
+  if (!screen.empty()) return screen;
+  std::cerr << program_name << ": "
+            << fwi18n_text(kDriverSet, 6, "no screen named: give -s SCREEN or write its name into ") << etc_path
+            << "/name" << std::endl;
+  exit(kNoScreenStatus);
 }
 
 void program_enter_directory(const char* directory) {

@@ -303,6 +303,7 @@ bool Parser::Members(Make make) {
 }
 
 bool Parser::Statement() {
+  Entity::StatementPosition({yyfilename, yylineno, yycolumn});
   if (At(TOK_ALIENLINE)) {
     registry_.AddAlienData(value_.string);
     free(value_.string);
@@ -1340,9 +1341,13 @@ bool Parser::StealthNetwork(simplerange* network) {
 
 }  // namespace
 
+const char* yyfilename = nullptr;
+
 int yyparse() {
   Parser parser(*Config);
-  return parser.Run();
+  int result = parser.Run();
+  Entity::StatementPosition({});
+  return result;
 }
 
 void yyerror(const char* message) {

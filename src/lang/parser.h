@@ -13,6 +13,10 @@
 // accepted, 1 after a syntax error, 2 when a list outgrew the parser.
 int yyparse();
 
+// The path that the positions of the objects parsed name; set by whoever
+// points the scanner at a file, and kept for the life of the run.
+extern const char* yyfilename;
+
 // Reports `message` with the text of the current token and counts the error
 // in the configuration.
 void yyerror(const char* message);

@@ -15,6 +15,8 @@ FILE* yyin = nullptr;
 char* yytext = nullptr;
 int yyleng = 0;
 TokenValue yylval;
+int yylineno = 1;
+int yycolumn = 1;
 
 namespace {
 
@@ -36,13 +38,19 @@ class InputBuffer {
   const char* Current() const { return bytes_.data() + position_; }
   void Advance(size_t count) {
     at_line_start_ = count > 0 ? bytes_[position_ + count - 1] == '\n' : at_line_start_;
+    CountLines(count);
     position_ += count;
     if (position_ > 4 * kInitialBuffer) Compact();
   }
   bool AtLineStart() const { return at_line_start_; }
+  int Line() const { return line_; }
+  int Column() const { return static_cast<int>(compacted_ + position_ - line_start_) + 1; }
   void Reset() {
     bytes_.clear();
     position_ = 0;
+    compacted_ = 0;
+    line_start_ = 0;
+    line_ = 1;
     at_line_start_ = true;
     ended_ = false;
   }
@@ -78,11 +86,26 @@ class InputBuffer {
   }
   void Compact() {
     bytes_.erase(0, position_);
+    compacted_ += position_;
     position_ = 0;
+  }
+  // Offsets are counted from the start of the stream, so that compaction
+  // doesn't move a line's start.
+  void CountLines(size_t count) {
+    const char* from = bytes_.data() + position_;
+    const char* end = from + count;
+    while (const char* newline = static_cast<const char*>(memchr(from, '\n', end - from))) {
+      ++line_;
+      line_start_ = compacted_ + (newline - bytes_.data()) + 1;
+      from = newline + 1;
+    }
   }
 
   std::string bytes_;
   size_t position_ = 0;
+  size_t compacted_ = 0;
+  size_t line_start_ = 0;
+  int line_ = 1;
   bool at_line_start_ = true;
   bool ended_ = false;
 };
@@ -416,6 +439,8 @@ bool Discarded(Rule rule) {
 
 int yylex() {
   for (;;) {
+    yylineno = input.Line();
+    yycolumn = input.Column();
     if (input.Peek(0) < 0) {
       SetText(0);
       if (yywrap()) yyrestart(yyin);

@@ -15,6 +15,8 @@ extern FILE* yyin;          // the input; the standard input when unset
 extern char* yytext;        // text of the last token; a quoted string's is its opening quote
 extern int yyleng;          // length of yytext
 extern TokenValue yylval;   // value of the last token
+extern int yylineno;        // line of the last token's first byte, from 1
+extern int yycolumn;        // its column, from 1; a tab is one column
 
 // The next token's kind (a Token, a character's byte value, or 0 at the end).
 int yylex();

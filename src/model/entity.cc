@@ -29,7 +29,20 @@ Entity::Entity(const char* name, const char* screen, const char* description, in
     : name_(strdup(name != nullptr ? name : "ENTITY")),
       screen_(copy_or_null(screen)),
       description_(copy_or_null(description)),
-      used_(used) {}
+      used_(used),
+      statement_(current_statement_) {}
+
+std::vector<SourcePosition> Entity::statements_(1);
+int Entity::current_statement_ = 0;
+
+void Entity::StatementPosition(const SourcePosition& position) {
+  if (!position.Known()) {
+    current_statement_ = 0;
+    return;
+  }
+  statements_.push_back(position);
+  current_statement_ = static_cast<int>(statements_.size() - 1);
+}
 
 Entity::~Entity() {
   free(name_);

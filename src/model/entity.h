@@ -8,13 +8,16 @@
 
 #include <initializer_list>
 #include <ostream>
+#include <vector>
 
 #include "model/enumerations.h"
+#include "model/source_position.h"
 #include "model/t_list.h"
 
 class Entity {
  public:
-  // Copies the strings; a null name becomes "ENTITY".
+  // Copies the strings; a null name becomes "ENTITY".  The object takes the
+  // position last given to StatementPosition.
   Entity(const char* name, const char* screen, const char* description, int used);
   Entity(const Entity&) = delete;
   Entity& operator=(const Entity&) = delete;
@@ -57,6 +60,15 @@ class Entity {
   const char* Description() const { return description_; }
   int Used() const { return used_; }
   void Used(int used) { used_ = used; }
+  // The statement that made the object, for messages that point at it;
+  // unknown for what the compile makes.
+  SourcePosition Position() const { return statements_[statement_]; }
+  bool HasPosition() const { return statement_ != 0; }
+  // Takes the statement of `other`, of which this object is a copy.
+  void PositionOf(const Entity& other) { statement_ = other.statement_; }
+  // The position that objects made from now on take: the parser gives each
+  // statement it starts, and an unknown one when it is done.
+  static void StatementPosition(const SourcePosition& position);
   // Replaces the name by a copy; null or the stored string itself does nothing.
   void Name(const char* name);
   // How many renames there have been, so that name indexes know when they
@@ -107,6 +119,11 @@ class Entity {
   char* screen_;
   char* description_;
   int used_;
+  // An index into statements_, whose first element is the unknown
+  // position; beside used_ it makes no object larger.
+  int statement_;
+  static std::vector<SourcePosition> statements_;
+  static int current_statement_;
 };
 
 // Print, then ";" and a line end.

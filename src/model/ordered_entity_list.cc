@@ -1,5 +1,6 @@
 #include "model/ordered_entity_list.h"
 
+#include "model/message_subject.h"
 #include <algorithm>
 #include <iostream>
 
@@ -45,16 +46,20 @@ std::ostream& OrderedEntityList::EnumerateNum(std::ostream& out, int position) c
 
 int OrderedEntityList::Resolve(Config_Objects kind, TList<Entity>& list, std::ostream& out) {
   int errors = 0;
-  for (TList_Cell<Entity>* cell = items_->Head(); cell != nullptr; cell = cell->Next())
+  for (TList_Cell<Entity>* cell = items_->Head(); cell != nullptr; cell = cell->Next()) {
+    MessageSubject subject(*cell->Data());
     errors += cell->Data()->Resolve(kind, list, out);
+  }
   return errors;
 }
 
 int OrderedEntityList::ResolveAlgorithms(Config_Objects kind, TList<Entity>& list,
                                          Skip_Version version, std::ostream& out) {
   int errors = 0;
-  for (TList_Cell<Entity>* cell = items_->Head(); cell != nullptr; cell = cell->Next())
+  for (TList_Cell<Entity>* cell = items_->Head(); cell != nullptr; cell = cell->Next()) {
+    MessageSubject subject(*cell->Data());
     errors += cell->Data()->ResolveAlgorithms(kind, list, version, out);
+  }
   return errors;
 }
 

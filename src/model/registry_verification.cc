@@ -8,6 +8,7 @@
 #include "crypto/certificate.h"
 #include "model/address.h"
 #include "model/address_list.h"
+#include "model/message_subject.h"
 #include "model/registry.h"
 #include "screen/ferrowall.h"
 #include "screen/interface.h"
@@ -103,6 +104,7 @@ int Registry::SetUpInterfaces(Ferrowall& screen) {
 int Registry::SetInterfacesAddress(TList<Entity>& list, Ferrowall& screen) {
   for (TList_Cell<Entity>* cell = list.Head(); cell != nullptr; cell = cell->Next()) {
     Interface& interface = InterfaceOf(cell);
+    MessageSubject subject(interface);
     if (interface.Type() != INTERFACE_DISABLED && !Host::Current().InterfaceExists(interface.Name())) {
       std::cerr << fwi18n_text(kSet, 8, "Error: Interface does not exist.") << " (" << interface.Name() << ")"
                 << std::endl;
@@ -128,6 +130,7 @@ int Registry::ResolveExternals(std::ostream& out) {
     for (TList_Cell<Entity>* cell = list->Head(); cell != nullptr; cell = cell->Next()) {
       Algorithm& algorithm = *static_cast<Algorithm*>(cell->Data());
       if (algorithm.GetValue() != -1) continue;
+      MessageSubject subject(algorithm);
       out << fwi18n_text(kSet, 9, "Undefined Algorithm: ") << algorithm.Name() << std::endl;
       ++errors;
     }
@@ -139,8 +142,10 @@ namespace {
 
 int ResolveEach(TList<Entity>& objects, Config_Objects kind, TList<Entity>& list, std::ostream& out) {
   int errors = 0;
-  for (TList_Cell<Entity>* cell = objects.Head(); cell != nullptr; cell = cell->Next())
+  for (TList_Cell<Entity>* cell = objects.Head(); cell != nullptr; cell = cell->Next()) {
+    MessageSubject subject(*cell->Data());
     errors += cell->Data()->Resolve(kind, list, out);
+  }
   return errors;
 }
 
@@ -155,6 +160,7 @@ int Registry::ResolveReferences(std::ostream& out) {
   errors += ResolveScreens(out);
   errors += ResolveEach(*state_engines_, CO_STATE_ENGINE, *state_engine_internals_, out);
   for (TList_Cell<Entity>* cell = services_compile_->Head(); cell != nullptr; cell = cell->Next()) {
+    MessageSubject subject(*cell->Data());
     errors += cell->Data()->Resolve(CO_SERVICE, *services_compile_, out);
     errors += cell->Data()->Resolve(CO_STATE_ENGINE, *state_engines_, out);
   }
@@ -171,8 +177,10 @@ int Registry::ResolveScreens(std::ostream& out) {
       {CO_ALG_KEY, algorithm_key_v2_},   {CO_ALG_DATA, algorithm_data_v2_},
       {CO_ALG_MAC, algorithm_mac_v2_},   {CO_ALG_COMP, algorithm_comp_v2_}};
   int errors = 0;
-  for (TList_Cell<Entity>* cell = screens_->Head(); cell != nullptr; cell = cell->Next())
+  for (TList_Cell<Entity>* cell = screens_->Head(); cell != nullptr; cell = cell->Next()) {
+    MessageSubject subject(*cell->Data());
     for (const auto& pass : passes) errors += cell->Data()->Resolve(pass.first, *pass.second, out);
+  }
   return errors;
 }
 
@@ -184,6 +192,7 @@ int Registry::ReduceServices(std::ostream& out) {
     Service& service = *static_cast<Service*>(cell->Data());
     service.Reduce();
     if (service.Consistent() == 0) continue;
+    MessageSubject subject(service);
     out << fwi18n_text(kSet, 10, "Error: Service incorrectly defined") << "(" << service.Name() << ")";
     ++errors;
   }
@@ -195,6 +204,7 @@ int Registry::ResolveMoreReferences(std::ostream& out) {
   for (TList_Cell<Entity>* cell = certificates_->Head(); cell != nullptr; cell = cell->Next()) {
     Certificate& certificate = *static_cast<Certificate*>(cell->Data());
     if (certificate.Reduce() != nullptr) continue;
+    MessageSubject subject(certificate);
     if (certificate.IPsecType() == IPSEC_MIXED)
       out << fwi18n_text(kSet, 11, "Error: Certificate group includes multiple Certificate types:");
     else
@@ -202,8 +212,10 @@ int Registry::ResolveMoreReferences(std::ostream& out) {
     out << " \"" << certificate.Name() << '"' << std::endl;
     ++errors;
   }
-  for (TList_Cell<Entity>* cell = screens_->Head(); cell != nullptr; cell = cell->Next())
+  for (TList_Cell<Entity>* cell = screens_->Head(); cell != nullptr; cell = cell->Next()) {
+    MessageSubject subject(*cell->Data());
     errors += cell->Data()->Resolve2(CO_CERTIFICATE, *certificates_, out);
+  }
   return errors;
 }
 
@@ -225,6 +237,7 @@ int ReportCycles(const TList<Entity>& list, const char* kind_word, std::ostream&
     Entity& start = *cell->Data();
     if (marked) ClearUsedMarks(list);
     if (start.DetectCycle()) {
+      MessageSubject subject(start);
       out << fwi18n_text(kSet, 13, "Error: Cycle detected") << kind_word << start.Name() << '"' << std::endl;
       ++errors;
     }
@@ -248,6 +261,7 @@ int Registry::CheckSecondaryScreens(const Ferrowall& screen) const {
   for (TList_Cell<Entity>* cell = screens_->Head(); cell != nullptr; cell = cell->Next()) {
     const Ferrowall& secondary = *static_cast<const Ferrowall*>(cell->Data());
     if (!IsSecondaryOf(secondary, screen)) continue;
+    MessageSubject subject(secondary);
     const Address& admin_ip = *secondary.AdminIP();
     if (EmptySet(admin_ip)) {
       std::cerr << fwi18n_text(kSet, 17,
@@ -321,6 +335,7 @@ int Registry::InterfacesIntersect(TList<Entity>& list, std::ostream& out) const 
       Interface& a = InterfaceOf(first);
       Interface& b = InterfaceOf(second);
       if (IntersectionAllowed(a, b)) continue;
+      MessageSubject subject(b);
       out << fwi18n_text(kSet, 21, "Error: Interfaces intersect") << " (\"" << a.Name() << "\", \"" << b.Name()
           << "\")" << std::endl;
       ++errors;

@@ -10,6 +10,7 @@
 #include "crypto/vpn_set.h"
 #include "driver/fw_file.h"
 #include "model/address.h"
+#include "model/message_subject.h"
 #include "model/registry.h"
 #include "model/saved_form.h"
 #include "model/sorted_entity_list.h"
@@ -279,6 +280,7 @@ int Policy::VerifyRuleClauses(const Ferrowall& screen, std::ostream& out) {
   while (cell != nullptr) {
     TList_Cell<Entity>* next = cell->Next();
     Rule& rule = *static_cast<Rule*>(cell->Data());
+    MessageSubject subject(rule);
     if (rule.VerifyProxyData(out) != 0) ++errors;
     if (rule.SetSecurityParameters(screen) != 0) {
       rules_.Items().Delete_Data_Cell(cell);
@@ -291,8 +293,10 @@ int Policy::VerifyRuleClauses(const Ferrowall& screen, std::ostream& out) {
 
 int Policy::CheckTranslations() const {
   int errors = 0;
-  for (TList_Cell<Entity>* cell = nats_.Items().Head(); cell != nullptr; cell = cell->Next())
+  for (TList_Cell<Entity>* cell = nats_.Items().Head(); cell != nullptr; cell = cell->Next()) {
+    MessageSubject subject(*cell->Data());
     errors += static_cast<Nat*>(cell->Data())->Inconsistent(std::cerr) != 0;
+  }
   return errors;
 }
 
@@ -378,8 +382,10 @@ void Policy::ReplaceVpnRules(VpnExpansion expand, const Ferrowall& screen) {
 // pair is reported once; a rule in conflict with several counts once.
 int Policy::CheckConflicts(const Ferrowall& screen) const {
   int errors = 0;
-  for (TList_Cell<Entity>* cell = rules_.Items().Head(); cell != nullptr; cell = cell->Next())
+  for (TList_Cell<Entity>* cell = rules_.Items().Head(); cell != nullptr; cell = cell->Next()) {
+    MessageSubject subject(*cell->Data());
     if (static_cast<Rule*>(cell->Data())->Conflicts(cell->Next(), screen) != 0) ++errors;
+  }
   return errors;
 }
 
@@ -420,6 +426,7 @@ int Policy::SplitEtherRules(std::ostream& out, Registry& registry) {
   while (cell != nullptr) {
     TList_Cell<Entity>* next = cell->Next();
     Rule& rule = *static_cast<Rule*>(cell->Data());
+    MessageSubject subject(rule);
     Rule* ether = nullptr;
     Rule* other = nullptr;
     if (rule.GenerateEtherRule(&ether, &other, registry.ServicesCompile()) != 0) {

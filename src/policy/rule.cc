@@ -148,7 +148,9 @@ Rule::Rule(const Rule& other)
       proxy_(clone_of(other.proxy_)),
       input_time_(CopyNameReference(other.input_time_)),
       time_resolved_(other.time_resolved_),
-      origin_(other.origin_) {}
+      origin_(other.origin_) {
+  PositionOf(other);
+}
 
 Rule::~Rule() {
   delete input_service_;

@@ -1,0 +1,3 @@
+#include "model/message_subject.h"
+
+const Entity* MessageSubject::current_ = nullptr;
