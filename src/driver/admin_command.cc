@@ -3,10 +3,8 @@
 #include <getopt.h>
 
 #include <cstdlib>
-#include <cstring>
 #include <iostream>
 
-#include "crypto/vpn_node.h"
 #include "driver/configuration.h"
 #include "driver/fw_file.h"
 #include "driver/packet_query.h"
@@ -150,26 +148,13 @@ int AdminCommand::Position() const {
   return static_cast<int>(position);
 }
 
+bool AdminCommand::Writes() const { return command_ == "save" || command_ == "rename"; }
+
 int AdminCommand::Run() {
   user_setroot(nullptr, 1, nullptr);
   if (command_ == "check" || command_ == "query" || command_ == "shadowed") return RunCompiled();
-  if (directory_ != nullptr) program_enter_directory(directory_);
-  FWFile* file = new FWFile(nullptr, input_);
-  // A writer holds the read lock from the start, so that nobody saves the
-  // files between its reading and its writing.
-  if (command_ == "save" || command_ == "rename") {
-    file->setlock();
-    if (file->AcquireReadLock() != 101) {
-      PrintError(242, nullptr);
-      return 242;
-    }
-  }
-  Config = new Configuration(file);
-  int code = Config->Parse();
-  if (code != 0) {
-    PrintError(code, nullptr);
-    return code;
-  }
+  int code = ReadConfiguration(nullptr);
+  if (code != 0) return code;
   if (command_ == "print") return Print(*Config);
   if (command_ == "save") return Save(*Config);
   if (command_ == "list") return List(*Config);
@@ -201,25 +186,41 @@ class ErrorsThrough {
 
 }  // namespace
 
+int AdminCommand::ReadConfiguration(PositionedMessages* messages) const {
+  if (directory_ != nullptr) program_enter_directory(directory_);
+  FWFile* file = new FWFile(nullptr, input_);
+  // A writer holds the read lock from the start, so that nobody saves the
+  // files between its reading and its writing.
+  if (Writes()) {
+    file->setlock();
+    if (file->AcquireReadLock() != 101) {
+      delete file;
+      PrintError(242, nullptr);
+      return 242;
+    }
+  }
+  Config = new Configuration(file);
+  int code;
+  if (messages == nullptr) {
+    code = Config->Parse();
+  } else {
+    ErrorsThrough errors(*messages);
+    messages->Locate(TokenPosition, true);
+    code = Config->Parse();
+  }
+  PrintError(code, nullptr);
+  return code;
+}
+
 // The host and screen are chosen as the compiler chooses them.  Every
 // message of the parse and of the compile stands behind the position it
 // concerns; the closing code is the compiler's, and stands alone.
 int AdminCommand::RunCompiled() const {
   program_select_host();
   std::string screen = program_screen(screen_);
-  if (directory_ != nullptr) program_enter_directory(directory_);
-  Config = new Configuration(new FWFile(nullptr, input_));
   PositionedMessages messages(std::cerr.rdbuf());
-  int code;
-  {
-    ErrorsThrough errors(messages);
-    messages.Locate(TokenPosition, true);
-    code = Config->Parse();
-  }
-  if (code != 0) {
-    PrintError(code, nullptr);
-    return code;
-  }
+  int code = ReadConfiguration(&messages);
+  if (code != 0) return code;
   // Numbered before the compile drops the entries of other screens.
   Policy& policy = *Config->ThePolicy();
   StatementNumbers rules(policy.Rules().Items());
@@ -308,14 +309,8 @@ int AdminCommand::List(Configuration& config) const {
 
 int AdminCommand::CheckExists(const Configuration& config) const {
   const char* name = operands_[1].c_str();
-  bool exists = false;
-  if (kind_->in_policy) {
-    TList<Entity>& gateways = config.ThePolicy()->VPNNodes().Items();
-    for (TList_Cell<Entity>* cell = gateways.Head(); cell != nullptr && !exists; cell = cell->Next())
-      exists = strcmp(static_cast<const VPNNode*>(cell->Data())->Vpn().Name(), name) == 0;
-  } else {
-    exists = config.TheRegistry()->Holds(kind_->listed, name, screen_);
-  }
+  bool exists = kind_->in_policy ? config.ThePolicy()->HoldsVPN(name)
+                                 : config.TheRegistry()->Holds(kind_->listed, name, screen_);
   if (exists) return 0;
   PrintError(kObjectNotFound, name);
   return kObjectNotFound;

@@ -14,6 +14,7 @@
 #include "model/enumerations.h"
 
 class Configuration;
+class PositionedMessages;
 class StatementNumbers;
 
 class AdminCommand {
@@ -37,6 +38,12 @@ class AdminCommand {
   int Refs(Configuration& config) const;
   int Rename(Configuration& config) const;
   // check, query and shadowed: compiles, then answers.
+  // Whether the command writes new versions of the files it read.
+  bool Writes() const;
+  // Enters the directory and reads the configuration into Config, the
+  // messages of the parse through `messages` when given.  Returns 0, or
+  // the code of the failure after reporting it.
+  int ReadConfiguration(PositionedMessages* messages) const;
   int RunCompiled() const;
   int Query(const Configuration& config, const StatementNumbers& rules, const StatementNumbers& nats) const;
   int Shadowed(const Configuration& config, const StatementNumbers& rules) const;

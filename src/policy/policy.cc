@@ -70,6 +70,12 @@ void Policy::Write(std::ostream& out, const FWFile* file, const FWFile* load, in
   saved_form_section(out, "//VPN Nodes", {&vpn_nodes_.Items()});
 }
 
+bool Policy::HoldsVPN(const char* name) const {
+  for (TList_Cell<Entity>* cell = vpn_nodes_.Items().Head(); cell != nullptr; cell = cell->Next())
+    if (strcmp(static_cast<const VPNNode*>(cell->Data())->Vpn().Name(), name) == 0) return true;
+  return false;
+}
+
 void Policy::EnumerateName() const {
   // The sorted view keeps one object of a name: a repeat replaces it.
   SortedEntityList names;

@@ -75,6 +75,8 @@ class Policy : public Entity {
   // The distinct VPN names of the gateways, in name order, one quoted name
   // a line.
   void EnumerateName() const;
+  // Whether a gateway makes the VPN `name`.
+  bool HoldsVPN(const char* name) const;
   std::ostream& Enumerate(std::ostream& out, Enumerate_Type) const override { return out; }
   std::ostream& Print(std::ostream& out) const override { return out; }
 
